@@ -1,0 +1,66 @@
+#include "core/entrydelegate.h"
+
+#include "core/xmltext.h"
+
+#include <QAbstractItemView>
+#include <QLineEdit>
+
+TEntryDelegate::TEntryDelegate(QAbstractItemView* view) : QStyledItemDelegate(view), d_view(view)
+{
+    view->setItemDelegate(this);
+}
+
+QString TEntryDelegate::Edited_Name() const
+{
+    return d_edited_name;
+}
+
+QString TEntryDelegate::Entered_Name() const
+{
+    return d_edited_index.data(Qt::DisplayRole).toString();
+}
+
+QModelIndex TEntryDelegate::Edited_Index() const
+{
+    return d_edited_index;
+}
+
+void TEntryDelegate::Accept_Rename()
+{
+    // The view may commit the same editor once more, when the editor loses the focus on closing.
+    d_edited_name = Entered_Name();
+}
+
+void TEntryDelegate::Refuse_Rename()
+{
+    if (d_edited_index.isValid()) {
+        d_view->model()->setData(d_edited_index, d_edited_name, Qt::EditRole);
+    }
+}
+
+QWidget* TEntryDelegate::createEditor(QWidget* parent, const QStyleOptionViewItem& option,
+                                      const QModelIndex& index) const
+{
+    if (!Is_Sole_Selection(index)) {
+        return nullptr;
+    }
+    d_edited_index = index;
+    d_edited_name = index.data(Qt::DisplayRole).toString();
+    return QStyledItemDelegate::createEditor(parent, option, index);
+}
+
+void TEntryDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const
+{
+    const auto* line_edit = qobject_cast<QLineEdit*>(editor);
+
+    if (line_edit != nullptr) {
+        model->setData(index, Xml_Clean(line_edit->text()), Qt::EditRole);
+    } else {
+        QStyledItemDelegate::setModelData(editor, model, index);
+    }
+}
+
+bool TEntryDelegate::Is_Sole_Selection(const QModelIndex& index) const
+{
+    return d_view->selectionModel()->selectedRows(index.column()) == QModelIndexList{index};
+}

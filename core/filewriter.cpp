@@ -1,0 +1,150 @@
+#include "core/filewriter.h"
+
+#include <QFile>
+#include <QSaveFile>
+
+#include <cerrno>
+#include <csignal>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <system_error>
+#include <unistd.h>
+
+namespace {
+
+// A file size limit or a reader that has gone must arrive as an error of the write, and not end the program.
+void Ignore_Write_Signals()
+{
+    static const bool IGNORED = std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && std::signal(SIGPIPE, SIG_IGN) != SIG_ERR;
+    Q_UNUSED(IGNORED)
+}
+
+QString System_Reason(int code)
+{
+    return QString::fromStdString(std::generic_category().message(code));
+}
+
+// A new file in the old one's place would cut its links or change what it is and whose.
+bool Must_Stay_In_Place(const QString& name)
+{
+    struct stat status = {};
+
+    if (stat(QFile::encodeName(name).constData(), &status) != 0) {
+        return false;
+    }
+    return !S_ISREG(status.st_mode) || status.st_nlink > 1 || status.st_uid != geteuid() || status.st_gid != getegid();
+}
+
+class TDescriptor
+{
+public:
+    explicit TDescriptor(int descriptor) : d_descriptor(descriptor) {}
+    ~TDescriptor()
+    {
+        if (d_descriptor >= 0) {
+            close(d_descriptor);
+        }
+    }
+    Q_DISABLE_COPY(TDescriptor)
+
+    int Get() const { return d_descriptor; }
+    // Closing can be the moment at which an error of a write comes to light.
+    bool Close()
+    {
+        const int descriptor = d_descriptor;
+        d_descriptor = -1;
+        return close(descriptor) == 0;
+    }
+
+private:
+    int d_descriptor;
+};
+
+bool Write_Bytes(int descriptor, const QByteArray& bytes)
+{
+    qint64 done = 0;
+
+    while (done < bytes.size()) {
+        const ssize_t count = write(descriptor, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
+        if (count < 0 && errno != EINTR) {
+            return false;
+        }
+        done += qMax<qint64>(count, 0);
+    }
+    return true;
+}
+
+// Allocates first and cuts last, so that a full disk or a size limit shows before the old content is touched.
+bool Overwrite(int descriptor, qint64 old_size, const QByteArray& bytes)
+{
+    const int allocation = bytes.isEmpty() ? 0 : posix_fallocate(descriptor, 0, bytes.size());
+
+    if (allocation != 0 && allocation != EINVAL && allocation != EOPNOTSUPP) {
+        const bool restored = ftruncate(descriptor, old_size) == 0;
+        Q_UNUSED(restored)
+        errno = allocation;
+        return false;
+    }
+    return Write_Bytes(descriptor, bytes) && ftruncate(descriptor, bytes.size()) == 0 && fsync(descriptor) == 0;
+}
+
+bool Write_Opened(int descriptor, const QByteArray& bytes)
+{
+    struct stat status = {};
+
+    if (fstat(descriptor, &status) != 0) {
+        return false;
+    }
+    return S_ISREG(status.st_mode) ? Overwrite(descriptor, status.st_size, bytes) : Write_Bytes(descriptor, bytes);
+}
+
+bool Write_In_Place(const QString& name, const QByteArray& bytes, QString* reason)
+{
+    constexpr mode_t READ_WRITE_FOR_ALL = 0666;
+    // Without O_NONBLOCK a pipe that nobody reads would be waited for.
+    TDescriptor file(
+        open(QFile::encodeName(name).constData(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, READ_WRITE_FOR_ALL));
+
+    if (file.Get() >= 0 && Write_Opened(file.Get(), bytes) && file.Close()) {
+        return true;
+    }
+    *reason = System_Reason(errno);
+    return false;
+}
+
+bool Takes_All(QSaveFile* file, const QByteArray& bytes)
+{
+    const qint64 count = file->write(bytes);
+
+    // Taking only some bytes is no error yet: the reason comes with the refusal of the next.
+    if (count >= 0 && count < bytes.size()) {
+        file->write(bytes.mid(static_cast<int>(count)));
+        return false;
+    }
+    return count == bytes.size() && file->flush() && file->error() == QFileDevice::NoError;
+}
+
+bool Commit(QSaveFile* file, const QByteArray& bytes, QString* reason)
+{
+    // On a full disk the commit can report success and put a cut file in place, so all is checked before it.
+    if (Takes_All(file, bytes) && file->commit()) {
+        return true;
+    }
+    *reason = file->errorString();
+    file->cancelWriting();
+    return false;
+}
+
+} // namespace
+
+bool Write_Whole_File(const QString& name, const QByteArray& bytes, QString* reason)
+{
+    Ignore_Write_Signals();
+
+    QSaveFile file(name);
+    // Where the folder takes no new file, the old one may still be written.
+    if (Must_Stay_In_Place(name) || !file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+        return Write_In_Place(name, bytes, reason);
+    }
+    return Commit(&file, bytes, reason);
+}

@@ -1,0 +1,55 @@
+#include "core/xmltext.h"
+
+namespace {
+
+bool Is_Legal_Code_Point(uint code)
+{
+    return code == 0x9 || code == 0xA || code == 0xD || (code >= 0x20 && code <= 0xD7FF) ||
+           (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
+}
+
+// The number of code units of the legal character at `index`; 0 where the character is not legal.
+int Legal_Length(const QString& text, int index)
+{
+    const QChar unit = text.at(index);
+
+    if (!unit.isSurrogate()) {
+        return Is_Legal_Code_Point(unit.unicode()) ? 1 : 0;
+    }
+    const bool is_pair = unit.isHighSurrogate() && index + 1 < text.size() && text.at(index + 1).isLowSurrogate();
+    return is_pair ? 2 : 0;
+}
+
+} // namespace
+
+bool Xml_Is_Legal(const QString& text)
+{
+    int index = 0;
+    while (index < text.size()) {
+        const int length = Legal_Length(text, index);
+        if (length == 0) {
+            return false;
+        }
+        index += length;
+    }
+    return true;
+}
+
+QString Xml_Clean(const QString& text)
+{
+    QString clean;
+    clean.reserve(text.size());
+
+    int index = 0;
+    while (index < text.size()) {
+        const int length = Legal_Length(text, index);
+        clean += text.midRef(index, length);
+        index += qMax(length, 1);
+    }
+    return clean;
+}
+
+bool Xml_Is_Blank(const QString& text)
+{
+    return text.trimmed().isEmpty();
+}

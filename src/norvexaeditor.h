@@ -1,0 +1,251 @@
+#pragma once
+
+#include "src/norvexa.h"
+#include "src/reportwalk.h"
+
+#include <QList>
+#include <QMainWindow>
+#include <QStringList>
+
+#include <vector>
+
+class QAction;
+class QGridLayout;
+class QKeySequence;
+class QLabel;
+class QPlainTextEdit;
+class QTabWidget;
+class QToolButton;
+class QTreeWidget;
+class QTreeWidgetItem;
+
+class TComponentItemWidget;
+class TComponentWidget;
+class TEntryDelegate;
+class TMessageBox;
+class TReportGroupWidget;
+class TReportWidget;
+class TVariableWidget;
+
+/// The main window: owns the budget document and all pages, carries out the life of a document (new, open, save, close,
+/// drop), keeps the one modified flag of the program, and joins the pages' signals to the document and to the report.
+///
+/// An edit goes one way: page signal, window slot, document (variables and groups stay in their pages), modified flag.
+/// A report goes the other: the report page asks, the window collects the records and evaluates them through the
+/// document, the page receives the rows.
+class TNorvexaEditor : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    using TReportData = TReportRecord;
+
+    explicit TNorvexaEditor(QWidget* parent = nullptr);
+    ~TNorvexaEditor() override;
+
+    TNorvexaEditor(const TNorvexaEditor&) = delete;
+    TNorvexaEditor& operator=(const TNorvexaEditor&) = delete;
+
+    // Log (norvexaeditor)
+
+    /// Appends one line to the log: the fields on stops of 20 characters. The first field is always written, the others
+    /// only when they hold a text; a field that is too long shifts the next one as far as it must.
+    void Write_Log_Text(const QString& field_1, const QString& field_2 = QString(), const QString& field_3 = QString(),
+                        const QString& field_4 = QString(), const QString& field_5 = QString(),
+                        const QString& field_6 = QString(), const QString& field_7 = QString(),
+                        const QString& field_8 = QString());
+
+    // Document (norvexaeditor_document)
+
+    /// Opens a budget, after a question when the present one has changes. A file that cannot be read changes nothing
+    /// but the log, which then comes to the front. Does nothing for an empty name.
+    void Load_Data(const QString& file_name);
+
+    // Budget tree (norvexaeditor_tree)
+
+    /// Builds the tree anew from the document, with nothing selected.
+    void Update_BudgetTree();
+
+    /// Makes the entry of a component, or of one of its items, the current one. The root becomes current when the
+    /// component is empty or unknown, the component when the item is.
+    void Select_BudgetTree_Item(const QString& component, const QString& item);
+
+    // Report (norvexaeditor_report)
+
+    /// Collects what does not depend on the length: the global variables, one record for each member of the group, and
+    /// one for each variable that stands for a component. A member that cannot be identified is logged and ends the
+    /// collection; what was collected so far stays.
+    void Create_Report_Data(const QString& group);
+
+    /// Shows the collected records, evaluated at `length` (mm), on the report page. False when the group mixes linear
+    /// and temperature items; the page is empty then.
+    bool Update_Report(const double& length);
+
+    /// The names that the expression of one item uses for an identifier.
+    QStringList Variable_List(const QString& component, const QString& item, const QString& identifier) const;
+
+    /// The names that the expressions of all items of a component use for an identifier.
+    QStringList Variable_List(const QString& component, const QString& identifier) const;
+
+    /// Removes the first entry that equals `name` without regard to case.
+    void Remove_From_List(QStringList* list, const QString& name) const;
+
+    /// The names that the collected group records use and that are no global variables.
+    QStringList Report_Data_Variable_List() const;
+
+public slots:
+    // Tabs (norvexaeditor)
+    void View_Budget_Data();
+    void View_Variables();
+    void View_Groups();
+    void View_Report();
+    void View_Log();
+    void Tab_Selection_Changed(int index);
+
+    // Document (norvexaeditor_document)
+    void New();
+    void Open();
+    void Save();
+    void SaveAs();
+    void Exit();
+    void Variable_Data_Chanaged(); // spelled so on purpose: the slot's name is established
+    void Report_Groups_Changed();
+
+    // Budget tree and component pages (norvexaeditor_tree)
+    void BudgetTree_Selection_Changed();
+    void BudgetTree_Add_Item();
+    void BudgetTree_Remove_Item();
+    void BudgetTree_Rename_Item(QWidget* editor);
+    void Component_Add_Identifier(const QString& name);
+    void Component_Rename_Identifier(const QString& old_name, const QString& new_name);
+    void Component_Remove_Identifiers(const QStringList& names);
+    void Component_Data_Changed();
+    void Component_Identifier_Selected(const QString& identifier);
+    void Component_Item_Data_Changed();
+
+    // Report (norvexaeditor_report)
+    void Update_Report_View(const QString& group);
+
+    // Export (norvexaeditor_export)
+    void Generate_Export_Report(const QString& group);
+
+protected:
+    bool event(QEvent* event) override;
+    bool eventFilter(QObject* object, QEvent* event) override;
+    void closeEvent(QCloseEvent* event) override;
+    void dragEnterEvent(QDragEnterEvent* event) override;
+    void dropEvent(QDropEvent* event) override;
+
+private:
+    class TScreenReport;
+
+    static constexpr int REPORT_PAGE = 3;
+
+    // Tabs and log (norvexaeditor)
+    void Show_Page(int index);
+    QList<QAction*> Page_Actions() const;
+    void Flush_Log();
+
+    // Layout (norvexaeditor_layout)
+    void Create_Pages();
+    QWidget* Create_Budget_Page();
+    QWidget* Create_Tree_Column();
+    void Create_Budget_Tree();
+    void Create_Log();
+    void Create_Central_Widget();
+    void Create_Actions();
+    void Create_Tool_Bar();
+    void Create_Menus();
+    void Set_Initial_State();
+    void Connect_Signals();
+    void Connect_Actions();
+    void Connect_Budget_Tree();
+    void Connect_Pages();
+
+    // Document (norvexaeditor_document)
+    bool Is_Loss_Refused(const QString& question);
+    bool Is_Overwriting_Confirmed(const QString& file_name);
+    bool Ask(const QString& text, const QString& informative_text);
+    void Reset_Report_And_Groups();
+    void Show_Loaded_Budget(const std::vector<TVariable>& variables, const std::vector<TGroup>& groups,
+                            const TInputData& input_data);
+    void Write_Budget(const QString& file_name);
+    void Remember_Directory(const QString& file_name);
+    void Set_Modified();
+    void Report_Failure(const QString& message);
+    void Update_Reportable_Components();
+
+    // Typed text (norvexaeditor_commit)
+    void Commit_Focused_Editor();
+    void Watch_Focused_Editor(QWidget* old, QWidget* now);
+    void Enable_Saving();
+
+    // Budget tree and component pages (norvexaeditor_tree)
+    void Add_Tree_Entry(const QString& name);
+    void Remove_Selected_Entries();
+    bool Rename_Component_Entry(const QString& old_name, const QString& new_name);
+    bool Rename_Item_Entry(const QString& component, const QString& old_name, const QString& new_name);
+    void Clear_Selected_Names();
+    void Enable_Add(bool enabled);
+    void Enable_Remove(bool enabled);
+    void Show_Component(const QString& component);
+    bool Is_Identifier(int component, const QString& identifier) const;
+    TNorvexaData::TComponentInstance Edited_Instance(int component) const;
+    TNorvexaData::TComponentInstance Current_Instance(int component) const;
+    bool Has_Known_Expression_Type(const QString& component, const QString& item) const;
+    void Show_Component_Item(const QString& component, const QString& item);
+    void Show_Item_Expression();
+    void Update_Item_Expression();
+
+    // Report (norvexaeditor_report)
+    void Collect_Global_Variables();
+    bool Collect_Group_Record(const QString& entry);
+    bool Collect_Variable_Record(const QString& name);
+    bool Identify(const QString& reportable, TReportData* record);
+    QStringList Names_In_Use(const TReportData& record) const;
+    void Collect_Local_Variables(TReportData* record);
+    QStringList Offered_Identifiers(const QString& component) const;
+    bool Is_Report_Range_Valid(double start, double end, double increment);
+
+    QTabWidget* d_tab_widget = nullptr;
+    QTreeWidget* d_budget_tree = nullptr;
+    TEntryDelegate* d_budget_tree_delegate = nullptr;
+    TComponentWidget* d_component_widget = nullptr;
+    TComponentItemWidget* d_component_item_widget = nullptr;
+    TVariableWidget* d_variable_widget = nullptr;
+    TReportGroupWidget* d_report_group_widget = nullptr;
+    TReportWidget* d_report_widget = nullptr;
+    QPlainTextEdit* d_log = nullptr;
+    TMessageBox* d_message_box = nullptr;
+
+    QAction* d_action_new = nullptr;
+    QAction* d_action_open = nullptr;
+    QAction* d_action_save = nullptr;
+    QAction* d_action_save_as = nullptr;
+    QAction* d_action_exit = nullptr;
+    QAction* d_action_add_item = nullptr;
+    QAction* d_action_remove_item = nullptr;
+    QToolButton* d_add_button = nullptr;
+    QToolButton* d_remove_button = nullptr;
+    QAction* d_action_components = nullptr;
+    QAction* d_action_variables = nullptr;
+    QAction* d_action_groups = nullptr;
+    QAction* d_action_report = nullptr;
+    QAction* d_action_log = nullptr;
+
+    bool d_modified = false;
+    QString d_file_name;
+    QString d_last_directory;
+    QString d_component;
+    QString d_component_item;
+    QString d_default_identifier = TNorvexa::Default_Identifier();
+    QString d_identifier = d_default_identifier;
+    int d_tree_depth = -1;
+    QStringList d_log_lines;
+    bool d_log_is_collected = false;
+
+    TNorvexa d_norvexa;
+    std::vector<TVariable> d_global_variables;
+    std::vector<TReportData> d_group_records;
+    std::vector<TReportData> d_variable_records;
+};

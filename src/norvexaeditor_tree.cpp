@@ -1,0 +1,510 @@
+#include "src/norvexaeditor.h"
+
+#include "core/assertion.h"
+#include "core/entrydelegate.h"
+#include "core/number.h"
+#include "core/xmltext.h"
+#include "src/componentitemwidget.h"
+#include "src/componentwidget.h"
+#include "src/namedialog.h"
+
+#include <QAction>
+#include <QDate>
+#include <QLocale>
+#include <QSignalBlocker>
+#include <QToolButton>
+#include <QTreeWidget>
+
+namespace {
+
+// The model holds expansion coefficients at one thousandth of the value shown.
+const double COEFFICIENT_SCALE = 1000.0;
+const int COEFFICIENT_DECIMALS = 2;
+const int LENGTH_DECIMALS = 5;
+const int SENSITIVITY_DECIMALS = 6;
+
+QTreeWidgetItem* Create_Tree_Item(const QString& name)
+{
+    auto* item = new QTreeWidgetItem(QStringList(name));
+    item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable);
+    return item;
+}
+
+void Fill_Component_Entry(QTreeWidgetItem* entry, const QStringList& items)
+{
+    qDeleteAll(entry->takeChildren());
+    for (const QString& item : items) {
+        entry->addChild(Create_Tree_Item(item));
+    }
+    entry->setExpanded(true);
+}
+
+// A file may carry a component name twice, and the entries of both show the items of the first. A rename in one of
+// them is a change in the other.
+void Refill_Namesakes(const QTreeWidgetItem* root, int edited_row, const QString& component, const QStringList& items)
+{
+    for (int row = 0; row < root->childCount(); ++row) {
+        if (row != edited_row && root->child(row)->text(0) == component) {
+            Fill_Component_Entry(root->child(row), items);
+        }
+    }
+}
+
+int Depth(QModelIndex index)
+{
+    int depth = -1;
+    while (index.isValid()) {
+        ++depth;
+        index = index.parent();
+    }
+    return depth;
+}
+
+int Depth(const QTreeWidgetItem* item)
+{
+    int depth = -1;
+    while (item != nullptr) {
+        ++depth;
+        item = item->parent();
+    }
+    return depth;
+}
+
+QTreeWidgetItem* Find_Child(const QTreeWidgetItem* parent, const QString& name)
+{
+    for (int index = 0; index < parent->childCount(); ++index) {
+        if (parent->child(index)->text(0) == name) {
+            return parent->child(index);
+        }
+    }
+    return nullptr;
+}
+
+// What a field says for a record: the record's own number as long as the field shows that number's text, so that
+// editing one field never rounds another.
+double Edited_Number(const QString& text, double recorded, double scale, int decimals)
+{
+    return text == Fixed_Text(recorded * scale, decimals) ? recorded : Finite_Number(text) / scale;
+}
+
+// New identifiers carry their dates in Qt's text form; the page reads "MMM d yyyy" with English names.
+QString Page_Date(const QString& text)
+{
+    const QLocale english = QLocale::c();
+    QDate date = QDate::fromString(text, Qt::TextDate);
+
+    if (!date.isValid()) {
+        date = english.toDate(text, "ddd MMM d yyyy");
+    }
+    return date.isValid() ? english.toString(date, "MMM d yyyy") : text;
+}
+
+} // namespace
+
+// Tree
+
+void TNorvexaEditor::Update_BudgetTree()
+{
+    d_budget_tree->clear();
+
+    auto* root = new QTreeWidgetItem(QStringList("Norvexa Data"));
+    root->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
+
+    for (const QString& component : d_norvexa.Enum_Components()) {
+        QTreeWidgetItem* entry = Create_Tree_Item(component);
+        Fill_Component_Entry(entry, d_norvexa.Enum_Component_Items(component));
+        root->addChild(entry);
+    }
+    d_budget_tree->addTopLevelItem(root);
+    d_budget_tree->expandAll();
+}
+
+void TNorvexaEditor::Select_BudgetTree_Item(const QString& component, const QString& item)
+{
+    d_tree_depth = -1;
+    if (d_budget_tree->topLevelItemCount() != 1) {
+        return;
+    }
+    QTreeWidgetItem* root = d_budget_tree->topLevelItem(0);
+    QTreeWidgetItem* component_entry = component.isEmpty() ? nullptr : Find_Child(root, component);
+    QTreeWidgetItem* item_entry =
+        component_entry == nullptr || item.isEmpty() ? nullptr : Find_Child(component_entry, item);
+    QTreeWidgetItem* entry = item_entry != nullptr ? item_entry : component_entry != nullptr ? component_entry : root;
+
+    // Whatever keys are held: with Ctrl or Shift the view would extend the selection.
+    d_budget_tree->setCurrentItem(entry, 0, QItemSelectionModel::ClearAndSelect);
+    d_tree_depth = Depth(entry);
+}
+
+void TNorvexaEditor::BudgetTree_Selection_Changed()
+{
+    const QList<QTreeWidgetItem*> selected = d_budget_tree->selectedItems();
+
+    Enable_Add(selected.size() == 1);
+    Enable_Remove(!selected.isEmpty());
+    d_component_widget->setEnabled(false);
+    d_component_item_widget->setEnabled(false);
+    if (selected.size() != 1) {
+        return;
+    }
+
+    const QTreeWidgetItem* entry = selected.first();
+    d_tree_depth = Depth(entry);
+    switch (d_tree_depth) {
+    case 1:
+        Show_Component(entry->text(0));
+        break;
+    case 2:
+        NORVEXA_ASSERT_TEXT(Has_Known_Expression_Type(entry->parent()->text(0), entry->text(0)), "false");
+        Show_Component_Item(entry->parent()->text(0), entry->text(0));
+        break;
+    default:
+        Enable_Remove(false);
+        break;
+    }
+}
+
+void TNorvexaEditor::BudgetTree_Add_Item()
+{
+    Commit_Focused_Editor();
+    if (d_budget_tree->selectedItems().size() != 1) {
+        return;
+    }
+    TNameDialog dialog(this);
+    dialog.Set_Title(tr("New Budget Item"));
+    if (dialog.exec() == QDialog::Accepted && !Xml_Is_Blank(dialog.Name())) {
+        Add_Tree_Entry(dialog.Name());
+    }
+}
+
+void TNorvexaEditor::Add_Tree_Entry(const QString& name)
+{
+    const bool is_component = d_tree_depth == 0;
+    const bool added = is_component ? d_norvexa.Add_Component(name) : d_norvexa.Add_Component_Item(d_component, name);
+    if (!added) {
+        return;
+    }
+    Update_BudgetTree();
+    Update_Reportable_Components();
+    Select_BudgetTree_Item(is_component ? name : d_component, is_component ? QString() : name);
+    Set_Modified();
+}
+
+void TNorvexaEditor::BudgetTree_Remove_Item()
+{
+    Commit_Focused_Editor();
+    if (!Ask(tr("Delete Components"), tr("Are you sure you want to delete the selected components?"))) {
+        return;
+    }
+    d_modified = true;
+    Remove_Selected_Entries();
+    Update_BudgetTree();
+    Clear_Selected_Names();
+    Select_BudgetTree_Item(QString(), QString());
+    Update_Reportable_Components();
+    Enable_Saving();
+}
+
+// The entries are told apart before the first record goes, because a component takes its items with it. The root is no
+// record and stays.
+void TNorvexaEditor::Remove_Selected_Entries()
+{
+    const QList<QTreeWidgetItem*> selected = d_budget_tree->selectedItems();
+
+    for (const QTreeWidgetItem* entry : selected) {
+        if (Depth(entry) == 2 && !entry->parent()->isSelected()) {
+            d_norvexa.Remove_Component_Items(entry->parent()->text(0), QStringList(entry->text(0)));
+        }
+    }
+    for (const QTreeWidgetItem* entry : selected) {
+        if (Depth(entry) == 1) {
+            d_norvexa.Remove_Component(entry->text(0));
+        }
+    }
+}
+
+// Renames set neither the modified flag nor the Save actions, and leave the component lists of the other pages as they
+// are, on purpose.
+void TNorvexaEditor::BudgetTree_Rename_Item(QWidget* editor)
+{
+    Q_UNUSED(editor)
+
+    const QModelIndex entry = d_budget_tree_delegate->Edited_Index();
+    const QString old_name = d_budget_tree_delegate->Edited_Name();
+    const QString new_name = d_budget_tree_delegate->Entered_Name();
+    const int depth = Depth(entry);
+    const QModelIndex component_entry = depth == 2 ? entry.parent() : entry;
+    const QString component = depth == 2 ? component_entry.data().toString() : old_name;
+
+    const bool renamed = !Xml_Is_Blank(new_name) && ((depth == 1 && Rename_Component_Entry(component, new_name)) ||
+                                                     (depth == 2 && Rename_Item_Entry(component, old_name, new_name)));
+    if (!renamed) {
+        d_budget_tree_delegate->Refuse_Rename();
+        return;
+    }
+    d_budget_tree_delegate->Accept_Rename();
+    Refill_Namesakes(d_budget_tree->topLevelItem(0), component_entry.row(), component,
+                     d_norvexa.Enum_Component_Items(component));
+}
+
+bool TNorvexaEditor::Rename_Component_Entry(const QString& old_name, const QString& new_name)
+{
+    if (!d_norvexa.Rename_Component(old_name, new_name)) {
+        return false;
+    }
+    if (d_component == old_name) {
+        d_component = new_name;
+        d_component_widget->Set_Title(new_name);
+    }
+    return true;
+}
+
+bool TNorvexaEditor::Rename_Item_Entry(const QString& component, const QString& old_name, const QString& new_name)
+{
+    if (!d_norvexa.Rename_Component_Item(component, old_name, new_name)) {
+        return false;
+    }
+    if (d_component == component && d_component_item == old_name) {
+        d_component_item = new_name;
+    }
+    return true;
+}
+
+void TNorvexaEditor::Clear_Selected_Names()
+{
+    d_component.clear();
+    d_component_item.clear();
+    d_identifier = d_default_identifier;
+}
+
+void TNorvexaEditor::Enable_Add(bool enabled)
+{
+    d_action_add_item->setEnabled(enabled);
+    d_add_button->setEnabled(enabled);
+}
+
+void TNorvexaEditor::Enable_Remove(bool enabled)
+{
+    d_action_remove_item->setEnabled(enabled);
+    d_remove_button->setEnabled(enabled);
+}
+
+// Component page
+
+void TNorvexaEditor::Show_Component(const QString& component)
+{
+    d_component = component;
+    d_component_item.clear();
+
+    const int index = d_norvexa.Component_Index(component);
+    if (index < 0) {
+        return;
+    }
+    const TNorvexaData::TComponent record = d_norvexa.Component(index);
+
+    d_component_widget->Set_Title(component);
+    d_component_widget->Set_Identifiers(d_norvexa.Enum_Component_Identifiers(component));
+    Component_Identifier_Selected(QString());
+    if (record.mode == TNorvexaData::UC_MODE_INDIVIDUAL) {
+        d_component_widget->Set_Mode_Single();
+    } else {
+        d_component_widget->Set_Mode_Sum();
+    }
+    d_component_widget->Set_Mode_Export_Equipment(record.export_equipment);
+    d_component_widget->Set_Mode_Limit_Uncertainty_Length(record.limit_uncertainty_length);
+    d_component_widget->setEnabled(true);
+}
+
+void TNorvexaEditor::Component_Data_Changed()
+{
+    const int index = d_norvexa.Component_Index(d_component);
+    if (index < 0) {
+        return;
+    }
+    TNorvexaData::TComponent record = d_norvexa.Component(index);
+    record.mode = d_component_widget->Mode_Single() ? TNorvexaData::UC_MODE_INDIVIDUAL : TNorvexaData::UC_MODE_SUM;
+    record.export_equipment = d_component_widget->Mode_Export_Equipment();
+    record.limit_uncertainty_length = d_component_widget->Mode_Limit_Uncertainty_Length();
+    d_norvexa.Update_Component(record);
+
+    // Without an identifier of that name this sets length and coefficient of the component itself.
+    d_norvexa.Update_Component_Identifier(index, Edited_Instance(index));
+
+    Update_Reportable_Components();
+    Set_Modified();
+}
+
+TNorvexaData::TComponentInstance TNorvexaEditor::Edited_Instance(int component) const
+{
+    TNorvexaData::TComponentInstance instance = Current_Instance(component);
+
+    instance.length = Edited_Number(d_component_widget->Length_Text(), instance.length, 1.0, LENGTH_DECIMALS);
+    instance.expansion_coefficient =
+        Edited_Number(d_component_widget->Expansion_Coefficient_Text(), instance.expansion_coefficient,
+                      COEFFICIENT_SCALE, COEFFICIENT_DECIMALS);
+    if (d_component_widget->Calibration_Date_Edited()) {
+        instance.calibration_date = d_component_widget->Calibration_Date();
+    }
+    if (d_component_widget->Calibration_Due_Date_Edited()) {
+        instance.calibration_due_date = d_component_widget->Calibration_Due_Date();
+    }
+    return instance;
+}
+
+TNorvexaData::TComponentInstance TNorvexaEditor::Current_Instance(int component) const
+{
+    if (Is_Identifier(component, d_identifier)) {
+        return d_norvexa.Component_Instance(component, d_norvexa.Component_Instance_Index(component, d_identifier));
+    }
+    const TNorvexaData::TComponent record = d_norvexa.Component(component);
+    TNorvexaData::TComponentInstance instance;
+    instance.length = record.length;
+    instance.expansion_coefficient = record.expansion_coefficient;
+    return instance;
+}
+
+// Identifiers
+
+// "[Default]", an empty name and a name that the component does not have all mean the component itself.
+bool TNorvexaEditor::Is_Identifier(int component, const QString& identifier) const
+{
+    return identifier != d_default_identifier && d_norvexa.Component_Instance_Index(component, identifier) >= 0;
+}
+
+void TNorvexaEditor::Component_Identifier_Selected(const QString& identifier)
+{
+    const int component = d_norvexa.Component_Index(d_component);
+    if (component < 0) {
+        d_component_item_widget->Set_Option_Use_Default(false);
+        d_component_item_widget->Enable_Option_Use_Default(false);
+        d_component_widget->Clear_Dates();
+        return;
+    }
+    const bool is_known = Is_Identifier(component, identifier);
+    d_identifier = is_known ? identifier : d_default_identifier;
+
+    const TNorvexaData::TComponentInstance instance = Current_Instance(component);
+    if (is_known) {
+        d_component_widget->Set_Dates(Page_Date(instance.calibration_date), Page_Date(instance.calibration_due_date));
+    } else {
+        d_component_widget->Clear_Dates();
+    }
+    d_component_widget->Set_Length(instance.length);
+    d_component_widget->Set_Expansion_Coefficient(instance.expansion_coefficient * COEFFICIENT_SCALE);
+    d_component_item_widget->Enable_Option_Use_Default(is_known);
+    d_component_item_widget->Set_Idenfitier_Name(d_identifier);
+    Show_Item_Expression();
+}
+
+void TNorvexaEditor::Component_Add_Identifier(const QString& name)
+{
+    d_norvexa.Component_Add_Identifier(d_component, name);
+    Set_Modified();
+}
+
+void TNorvexaEditor::Component_Rename_Identifier(const QString& old_name, const QString& new_name)
+{
+    d_norvexa.Rename_Component_Identifier(d_component, old_name, new_name);
+    if (d_identifier == old_name) {
+        d_identifier = new_name;
+    }
+    Set_Modified();
+}
+
+void TNorvexaEditor::Component_Remove_Identifiers(const QStringList& names)
+{
+    d_norvexa.Component_Remove_Identifier(d_component, names);
+    // The fields may still show an identifier that is gone; its values must not become the component's.
+    Component_Identifier_Selected(d_component_widget->Current_Identifier());
+    Set_Modified();
+}
+
+// Item page
+
+bool TNorvexaEditor::Has_Known_Expression_Type(const QString& component, const QString& item) const
+{
+    const int component_index = d_norvexa.Component_Index(component);
+    const int index = component_index < 0 ? -1 : d_norvexa.Component_Item_Index(component_index, item);
+    if (index < 0) {
+        return true;
+    }
+    const int type = d_norvexa.Component_Item(component_index, index).expression_type;
+    return type >= TNorvexaData::CONSTANT_LINEAR && type <= TNorvexaData::LENGTH_DEPENDENT_TEMPERATURE;
+}
+
+void TNorvexaEditor::Show_Component_Item(const QString& component, const QString& item)
+{
+    if (component != d_component) {
+        Show_Component(component);
+    }
+    d_component_item = item;
+
+    const int component_index = d_norvexa.Component_Index(component);
+    const int index = component_index < 0 ? -1 : d_norvexa.Component_Item_Index(component_index, item);
+    if (index < 0) {
+        return;
+    }
+    const TNorvexaData::TComponentItem record = d_norvexa.Component_Item(component_index, index);
+
+    // Expression types and radio options have the same four values.
+    d_component_item_widget->Set_Radio_Options(
+        static_cast<TComponentItemWidget::TRadioOptions>(static_cast<int>(record.expression_type)));
+    d_component_item_widget->Set_Distribution_Type(d_norvexa.Distribution_Type(record.distribution));
+    d_component_item_widget->Set_UCType(d_norvexa.UCType(record.uc_type));
+    d_component_item_widget->Set_Sensitivity(record.sensitivity);
+    Component_Identifier_Selected(d_identifier);
+    d_component_widget->setEnabled(true);
+    d_component_item_widget->setEnabled(true);
+}
+
+void TNorvexaEditor::Show_Item_Expression()
+{
+    QString default_expression;
+    if (!d_norvexa.Component_Item_Default_Expression(d_component, d_component_item, &default_expression)) {
+        return;
+    }
+    bool use_default = false;
+    QString replacement = default_expression;
+    d_norvexa.Component_Item_Expression(d_component, d_component_item, d_identifier, &use_default, &replacement);
+
+    d_component_item_widget->Set_Expression(use_default ? default_expression : replacement);
+    d_component_item_widget->Set_Option_Use_Default(use_default);
+}
+
+void TNorvexaEditor::Component_Item_Data_Changed()
+{
+    const int component = d_norvexa.Component_Index(d_component);
+    const int index = component < 0 ? -1 : d_norvexa.Component_Item_Index(component, d_component_item);
+    if (index < 0) {
+        return;
+    }
+    TNorvexaData::TComponentItem record = d_norvexa.Component_Item(component, index);
+    record.uc_type = d_norvexa.UCType(d_component_item_widget->UCType());
+    record.distribution = d_norvexa.Distribution_Type(d_component_item_widget->Distribution_Type());
+    record.sensitivity =
+        Edited_Number(d_component_item_widget->Sensitivity_Text(), record.sensitivity, 1.0, SENSITIVITY_DECIMALS);
+    record.expression_type =
+        static_cast<TNorvexaData::TExpressionType>(static_cast<int>(d_component_item_widget->Radio_Options()));
+    d_norvexa.Update_Component_Item(component, record);
+
+    Update_Item_Expression();
+    Set_Modified();
+}
+
+// While the default expression is in use the editor shows it and not the replacement's own text, which is kept and
+// shown again when the box is cleared.
+void TNorvexaEditor::Update_Item_Expression()
+{
+    bool used_default = false;
+    QString expression;
+    d_norvexa.Component_Item_Expression(d_component, d_component_item, d_identifier, &used_default, &expression);
+
+    const bool use_default = d_component_item_widget->Use_Default_Expression();
+    if (!used_default) {
+        expression = d_component_item_widget->Expression();
+    }
+    d_norvexa.Update_Component_Item(d_component, d_component_item, d_identifier, expression, use_default);
+    if (use_default != used_default) {
+        Show_Item_Expression();
+    }
+}

@@ -1,0 +1,890 @@
+#include "core/xmlfile.h"
+
+#include "tests/support/childprocess.h"
+#include "tests/support/qtprinters.h"
+
+#include <QDir>
+#include <QDomImplementation>
+#include <QElapsedTimer>
+#include <QFile>
+#include <QRegularExpression>
+#include <QTemporaryDir>
+#include <QTextCodec>
+
+#include <gtest/gtest.h>
+
+#include <functional>
+#include <sys/stat.h>
+
+namespace {
+
+// What an operation throws, kind and message in one text; "nothing" if it throws nothing.
+QString Thrown(const std::function<void()>& act)
+{
+    try {
+        act();
+    } catch (const TXmlFileException& exception) {
+        return (exception.type == TXmlFileException::File_Access ? "access: " : "content: ") + exception.message;
+    }
+    return "nothing";
+}
+
+QString Opened(const QByteArray& data, bool namespace_processing = true)
+{
+    TXmlFile file;
+    return Thrown([&] { file.Open_Data(data, "Root", nullptr, namespace_processing); });
+}
+
+void Write(const QString& name, const QByteArray& bytes)
+{
+    QFile file(name);
+    ASSERT_TRUE(file.open(QIODevice::WriteOnly));
+    ASSERT_EQ(file.write(bytes), bytes.size());
+}
+
+QByteArray Content(const QString& name)
+{
+    QFile file(name);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("unreadable");
+}
+
+QByteArray Repeated(const QByteArray& text, int count)
+{
+    QByteArray result;
+    result.reserve(text.size() * count);
+    for (int i = 0; i < count; ++i) {
+        result += text;
+    }
+    return result;
+}
+
+QByteArray Nested(int depth)
+{
+    return "<Root>" + Repeated("<a>", depth - 1) + Repeated("</a>", depth - 1) + "</Root>";
+}
+
+QString Parse_Error(const QString& reason, int line, int column)
+{
+    return QString("content: ERR:  Reference data XML parse error at line %1 column %2: %3")
+        .arg(reason, QString::number(line), QString::number(column));
+}
+
+const QDomNode NULL_NODE;
+const QDomElement NULL_ELEMENT;
+
+} // namespace
+
+// Opening
+
+class TXmlFile_Open_Test : public testing::Test
+{
+protected:
+    TXmlFile_Open_Test() { QFile::setPermissions(d_folder.path(), QFile::Permissions(0x7777)); }
+
+    QString Path(const QString& name) const { return d_folder.filePath(name); }
+
+    QString Open(const QString& name, const QString& identification = "Norvexa_Data")
+    {
+        d_file.Set_File_Name(name);
+        return Thrown([&] { d_file.Open(identification, &d_version, true); });
+    }
+
+    QTemporaryDir d_folder;
+    TXmlFile d_file;
+    int d_version = -1;
+};
+
+TEST_F(TXmlFile_Open_Test, Reads_the_root_element_and_the_version)
+{
+    Write(Path("file"), "<!DOCTYPE Kind><Norvexa_Data File_Version='12'><Leaf>text</Leaf></Norvexa_Data>");
+
+    EXPECT_EQ(Open(Path("file")), "nothing");
+    EXPECT_EQ(d_version, 12);
+    EXPECT_EQ(d_file.Root_Element()->tagName(), "Norvexa_Data");
+    EXPECT_EQ(d_file.Identification(), "Norvexa_Data");
+    EXPECT_EQ(d_file.Document_Type(), "Kind");
+    const QDomElement leaf = d_file.Get_Node(d_file.Root_Element(), "Leaf", false);
+    EXPECT_EQ(d_file.Read_Text_Node(&leaf, false), "text");
+}
+
+TEST_F(TXmlFile_Open_Test, Has_no_document_type_where_the_document_has_none)
+{
+    Write(Path("file"), "<Norvexa_Data File_Version='1'/>");
+
+    EXPECT_EQ(Open(Path("file")), "nothing");
+    EXPECT_EQ(d_file.Document_Type(), "");
+}
+
+TEST_F(TXmlFile_Open_Test, Reads_a_file_with_the_line_ends_of_other_systems)
+{
+    Write(Path("file"), "<Norvexa_Data File_Version='3'>\r\n<Leaf>a\r\nb</Leaf>\r\n</Norvexa_Data>\r\n");
+
+    EXPECT_EQ(Open(Path("file")), "nothing");
+    const QDomElement leaf = d_file.Get_Node(d_file.Root_Element(), "Leaf", false);
+    EXPECT_EQ(d_file.Read_Text_Node(&leaf, false), "a\nb");
+}
+
+TEST_F(TXmlFile_Open_Test, Refuses_a_missing_file)
+{
+    EXPECT_EQ(Open(Path("%2 missing")), "access: ERR:  Cannot open file '" + Path("%2 missing") + "' for reading.");
+}
+
+TEST_F(TXmlFile_Open_Test, Refuses_a_file_that_may_not_be_read)
+{
+    Write(Path("file"), "<Norvexa_Data File_Version='3'/>");
+    QFile::setPermissions(Path("file"), QFile::Permissions());
+
+    EXPECT_EQ(As_Plain_User([&] { return Open(Path("file")); }),
+              "access: ERR:  Cannot open file '" + Path("file") + "' for reading.");
+}
+
+TEST_F(TXmlFile_Open_Test, Refuses_a_folder)
+{
+    EXPECT_EQ(Open(d_folder.path()),
+              "access: ERR:  Cannot open file: '" + d_folder.path() + "'.  Reason: not a regular file");
+}
+
+TEST_F(TXmlFile_Open_Test, Refuses_a_pipe_without_waiting_for_it)
+{
+    ASSERT_EQ(mkfifo(QFile::encodeName(Path("pipe")).constData(), 0600), 0);
+    ASSERT_TRUE(QFile::link(Path("pipe"), Path("link")));
+
+    EXPECT_EQ(Open(Path("pipe")),
+              "access: ERR:  Cannot open file: '" + Path("pipe") + "'.  Reason: not a regular file");
+    EXPECT_EQ(Open(Path("link")),
+              "access: ERR:  Cannot open file: '" + Path("link") + "'.  Reason: not a regular file");
+}
+
+TEST_F(TXmlFile_Open_Test, Follows_a_link)
+{
+    Write(Path("file"), "<Norvexa_Data File_Version='3'/>");
+    ASSERT_TRUE(QFile::link("file", Path("link")));
+
+    EXPECT_EQ(Open(Path("link")), "nothing");
+}
+
+TEST_F(TXmlFile_Open_Test, Reports_a_malformed_file_with_the_reason_after_the_line)
+{
+    Write(Path("file"), "<Norvexa_Data>\n  <a>\n</Norvexa_Data>");
+
+    const QString thrown = Open(Path("file"));
+    EXPECT_TRUE(
+        QRegularExpression("^content: ERR:  Reference file XML parse error at line .*mismatch.* column 3: \\d+$")
+            .match(thrown)
+            .hasMatch())
+        << thrown.toStdString();
+}
+
+TEST_F(TXmlFile_Open_Test, Refuses_another_root_element)
+{
+    Write(Path("file"), "<Other File_Version='3'/>");
+
+    EXPECT_EQ(Open(Path("file")), "content: ERR:  Identification 'Norvexa_Data' does not match 'Other'");
+}
+
+TEST_F(TXmlFile_Open_Test, Fills_in_names_that_look_like_place_holders)
+{
+    Write(Path("file"), "<Other File_Version='3'/>");
+
+    EXPECT_EQ(Open(Path("file"), "%2"), "content: ERR:  Identification '%2' does not match 'Other'");
+}
+
+TEST_F(TXmlFile_Open_Test, Tells_names_by_case)
+{
+    Write(Path("file"), "<norvexa_data File_Version='3'/>");
+
+    EXPECT_EQ(Open(Path("file")), "content: ERR:  Identification 'Norvexa_Data' does not match 'norvexa_data'");
+}
+
+TEST_F(TXmlFile_Open_Test, Requires_a_version_only_where_it_is_asked_for)
+{
+    Write(Path("file"), "<Norvexa_Data/>");
+
+    EXPECT_EQ(Open(Path("file")), "content: ERR:  The 'File_Version' attribute is missing.");
+    EXPECT_EQ(Thrown([&] { d_file.Open("Norvexa_Data", nullptr, true); }), "nothing");
+}
+
+TEST_F(TXmlFile_Open_Test, Reads_a_version_that_is_no_number_as_0)
+{
+    Write(Path("file"), "<Norvexa_Data File_Version='three'/>");
+
+    EXPECT_EQ(Open(Path("file")), "nothing");
+    EXPECT_EQ(d_version, 0);
+}
+
+TEST_F(TXmlFile_Open_Test, Refuses_a_file_above_64_MB_before_reading_it)
+{
+    Write(Path("file"), "<Norvexa_Data File_Version='3'/>");
+    ASSERT_TRUE(QFile::resize(Path("file"), 64LL * 1024 * 1024 + 1));
+
+    EXPECT_EQ(Open(Path("file")),
+              "content: ERR:  Reference file XML parse error at line larger than 64 MB column 1: 1");
+}
+
+TEST_F(TXmlFile_Open_Test, Refuses_an_empty_file_and_binary_data)
+{
+    const QString message = "content: ERR:  Reference file XML parse error at line ";
+    QByteArray binary;
+    for (int i = 0; i < 4096; ++i) {
+        binary += static_cast<char>(i * 7919 % 256);
+    }
+
+    Write(Path("empty"), "");
+    EXPECT_TRUE(Open(Path("empty")).startsWith(message));
+    Write(Path("binary"), binary);
+    EXPECT_TRUE(Open(Path("binary")).startsWith(message));
+}
+
+TEST(TXmlFile_Open_Data_Test, Reads_the_same_from_memory)
+{
+    TXmlFile file;
+    int version = 0;
+
+    file.Open_Data("<Root File_Version='7'/>", "Root", &version, true);
+    EXPECT_EQ(version, 7);
+    EXPECT_EQ(Opened("<Root/>"), "nothing");
+    EXPECT_EQ(Opened("<Other/>"), "content: ERR:  Identification 'Root' does not match 'Other'");
+    EXPECT_EQ(Thrown([&] { file.Open_Data("<Root/>", "Root", &version, true); }),
+              "content: ERR:  The 'File_Version' attribute is missing.");
+}
+
+TEST(TXmlFile_Open_Data_Test, Reports_malformed_data_in_the_words_of_the_document_parser)
+{
+    for (const QByteArray data :
+         {"<Root><a></Root>", "<Root>", "", "no xml", "<Root>\n <a b=></a></Root>", "<Root/><Root/>"}) {
+        QString reason;
+        int line = 0;
+        int column = 0;
+        ASSERT_FALSE(QDomDocument().setContent(data, true, &reason, &line, &column));
+
+        EXPECT_EQ(Opened(data), Parse_Error(reason, line, column)) << data.constData();
+    }
+}
+
+// Untrusted documents
+
+struct TDocumentCase
+{
+    const char* name;
+    QByteArray document;
+    QString thrown;
+};
+
+void PrintTo(const TDocumentCase& document_case, std::ostream* stream)
+{
+    *stream << document_case.name;
+}
+
+class TXmlFile_Untrusted_Test : public testing::TestWithParam<TDocumentCase>
+{};
+
+TEST_P(TXmlFile_Untrusted_Test, Is_read_or_refused)
+{
+    QElapsedTimer timer;
+    timer.start();
+    const QString thrown = Opened(GetParam().document);
+
+    if (GetParam().thrown.endsWith('*')) {
+        EXPECT_TRUE(thrown.startsWith(GetParam().thrown.left(GetParam().thrown.size() - 1))) << thrown.toStdString();
+    } else {
+        EXPECT_EQ(thrown, GetParam().thrown);
+    }
+    EXPECT_LT(timer.elapsed(), 30'000);
+}
+
+const QString PARSE_ERROR = "content: ERR:  Reference data XML parse error at line *";
+
+QString Starts(const QString& reason)
+{
+    return "content: ERR:  Reference data XML parse error at line " + reason + " column *";
+}
+
+QByteArray With_Entities(int count)
+{
+    QByteArray document = "<!DOCTYPE Root [";
+    for (int i = 0; i < count; ++i) {
+        document += "<!ENTITY e" + QByteArray::number(i) + " 'x'>";
+    }
+    return document + "]><Root>&e0;</Root>";
+}
+
+QByteArray Billion_Laughs()
+{
+    QByteArray document = "<!DOCTYPE Root [<!ENTITY e0 'laugh'>";
+    for (int i = 1; i < 10; ++i) {
+        const QByteArray former = "&e" + QByteArray::number(i - 1) + ";";
+        document += "<!ENTITY e" + QByteArray::number(i) + " '" + Repeated(former, 10) + "'>";
+    }
+    return document + "]><Root>&e9;</Root>";
+}
+
+QByteArray Parameter_Laughs()
+{
+    QByteArray document = "<!DOCTYPE Root [<!ENTITY % e0 ' '>";
+    for (int i = 1; i < 10; ++i) {
+        const QByteArray former = "&#37;e" + QByteArray::number(i - 1) + ";";
+        document += "<!ENTITY % e" + QByteArray::number(i) + " '" + Repeated(former, 10) + "'>";
+    }
+    return document + "%e9;]><Root/>";
+}
+
+QByteArray Quadratic_Blowup(const QByteArray& begin, const QByteArray& end)
+{
+    return "<!DOCTYPE Root [<!ENTITY e '" + QByteArray(3000, 'x') + "'>]>" + begin + Repeated("&e;", 200'000) + end;
+}
+
+QByteArray With_Attributes(int count)
+{
+    QByteArray document = "<Root";
+    for (int i = 0; i < count; ++i) {
+        document += " a" + QByteArray::number(i) + "=''";
+    }
+    return document + "/>";
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Documents, TXmlFile_Untrusted_Test,
+    testing::Values(
+        TDocumentCase{"Nested_256_deep", Nested(256), "nothing"},
+        TDocumentCase{"Nested_257_deep", Nested(257), Starts("elements nested deeper than 256 levels")},
+        TDocumentCase{"Nested_100000_deep", Nested(100'000), Starts("elements nested deeper than 256 levels")},
+        TDocumentCase{"Nested_without_an_end", "<Root>" + Repeated("<a>", 100'000),
+                      Starts("elements nested deeper than 256 levels")},
+        TDocumentCase{"Two_million_elements", "<Root>" + Repeated("<a/>", 1'999'999) + "</Root>", "nothing"},
+        TDocumentCase{"One_element_more", "<Root>" + Repeated("<a/>", 2'000'000) + "</Root>",
+                      Starts("more than 2000000 elements")},
+        TDocumentCase{"Larger_than_64_MB", "<Root>" + QByteArray(64 * 1024 * 1024, ' ') + "</Root>",
+                      Parse_Error("larger than 64 MB", 1, 1)},
+        TDocumentCase{"Entities_64", With_Entities(64), "nothing"},
+        TDocumentCase{"Entities_65", With_Entities(65), Starts("more than 64 entity declarations")},
+        TDocumentCase{"Billion_laughs", Billion_Laughs(), PARSE_ERROR},
+        TDocumentCase{"Billion_laughs_in_parameter_entities", Parameter_Laughs(), PARSE_ERROR},
+        TDocumentCase{"Large_entity_used_often", Quadratic_Blowup("<Root>", "</Root>"), PARSE_ERROR},
+        TDocumentCase{"Large_entity_used_often_in_an_attribute", Quadratic_Blowup("<Root a='", "'/>"), PARSE_ERROR},
+        TDocumentCase{"Default_attributes_that_expand",
+                      "<!DOCTYPE Root [<!ATTLIST a b CDATA '" + QByteArray(1'000'000, 'x') + "'>]><Root>" +
+                          Repeated("<a/>", 20) + "</Root>",
+                      Starts("entities expand to more than 10 MB")},
+        TDocumentCase{"Entity_that_refers_to_itself", "<!DOCTYPE Root [<!ENTITY e '&e;'>]><Root>&e;</Root>",
+                      PARSE_ERROR},
+        TDocumentCase{"Many_attributes", With_Attributes(5'000), "nothing"},
+        TDocumentCase{"Too_many_attributes", With_Attributes(500'000), Starts("too many attributes")},
+        TDocumentCase{"Many_equals_signs_in_a_text", "<Root>" + QByteArray(5'000, '=') + "</Root>", "nothing"},
+        TDocumentCase{"Undeclared_entity", "<Root>&e;</Root>", Starts("Entity 'e' not declared.")},
+        TDocumentCase{"Control_character", "<Root>\x01</Root>", Starts("Invalid XML character.")},
+        TDocumentCase{"Null_character", QByteArray("<Root>\0</Root>", 14), PARSE_ERROR},
+        TDocumentCase{"Control_character_in_an_attribute", "<Root a='\x02'/>", Starts("Invalid XML character.")},
+        TDocumentCase{"Reference_to_a_control_character", "<Root>&#1;</Root>", Starts("Invalid character reference.")},
+        TDocumentCase{"Reference_to_a_lone_surrogate", "<Root>&#xD800;</Root>", Starts("Invalid character reference.")},
+        TDocumentCase{"Lone_surrogate", "<Root>\xED\xA0\x80</Root>", PARSE_ERROR},
+        TDocumentCase{"Character_FFFE", "<Root>\xEF\xBF\xBE</Root>", PARSE_ERROR},
+        TDocumentCase{"Character_FFFF", "<Root>\xEF\xBF\xBF</Root>", PARSE_ERROR},
+        TDocumentCase{"Broken_UTF_8", "<Root>\nab\xC3</Root>",
+                      Parse_Error("Encountered incorrectly encoded content.", 2, 3)},
+        TDocumentCase{"UTF_8_that_is_cut", "<Root>\n</Root>\xC3",
+                      Parse_Error("Encountered incorrectly encoded content.", 2, 8)},
+        TDocumentCase{"Unknown_encoding", "<?xml version='1.0' encoding='nonsense'?><Root/>",
+                      Starts("Encoding nonsense is unsupported")},
+        TDocumentCase{"Attribute_given_twice", "<Root a='1' a='2'/>", Starts("Attribute 'a' redefined.")}),
+    [](const testing::TestParamInfo<TDocumentCase>& row) { return std::string(row.param.name); });
+
+class TXmlFile_Text_Test : public testing::Test
+{
+protected:
+    QString Root_Text(const QByteArray& data)
+    {
+        d_file.Open_Data(data, "Root", nullptr, true);
+        return d_file.Read_Text_Node(d_file.Root_Element(), true);
+    }
+
+    TXmlFile d_file;
+    const QString d_face = QString::fromUtf8("\xF0\x9F\x98\x80");
+};
+
+TEST_F(TXmlFile_Text_Test, Reads_characters_beyond_U_FFFF)
+{
+    EXPECT_EQ(Root_Text("<Root>a\xF0\x9F\x98\x80z</Root>"), "a" + d_face + "z");
+}
+
+TEST_F(TXmlFile_Text_Test, Reads_references_beyond_U_FFFF)
+{
+    EXPECT_EQ(Root_Text("<Root>a&#x1F600;b&#128512;c&#252;d&#x3b1;</Root>"),
+              "a" + d_face + "b" + d_face + QString::fromUtf8("cüdα"));
+}
+
+TEST_F(TXmlFile_Text_Test, Reads_no_reference_where_there_is_none)
+{
+    EXPECT_EQ(Root_Text("<Root><![CDATA[&#x1F600;]]></Root>"), "&#x1F600;");
+}
+
+TEST_F(TXmlFile_Text_Test, Reads_other_encodings)
+{
+    EXPECT_EQ(Root_Text("<?xml version='1.0' encoding='ISO-8859-1'?><Root>\xFC</Root>"), QString(QChar(0xFC)));
+    EXPECT_EQ(Root_Text("\xEF\xBB\xBF<Root>\xC3\xBC</Root>"), QString(QChar(0xFC)));
+    const QString document = "<?xml version='1.0' encoding='UTF-16'?><Root>" + d_face + "</Root>";
+    EXPECT_EQ(Root_Text(QTextCodec::codecForName("UTF-16")->fromUnicode(document)), d_face);
+}
+
+TEST_F(TXmlFile_Text_Test, Expands_its_own_entities)
+{
+    EXPECT_EQ(Root_Text("<!DOCTYPE Root [<!ENTITY unit 'mm'>]><Root>1 &unit;</Root>"), "1 mm");
+}
+
+TEST_F(TXmlFile_Text_Test, Never_reads_another_file)
+{
+    const QByteArray url = QByteArray("file://") + NORVEXA_TEST_DATA + "/budget_v3.norvexa";
+
+    EXPECT_EQ(Root_Text("<!DOCTYPE Root [<!ENTITY e SYSTEM '" + url + "'>]><Root>&e;</Root>"), "");
+    EXPECT_EQ(Root_Text("<!DOCTYPE Root [<!ENTITY % e SYSTEM '" + url + "'> %e;]><Root>x</Root>"), "x");
+    EXPECT_EQ(Root_Text("<!DOCTYPE Root SYSTEM '" + url + "'><Root>x</Root>"), "x");
+}
+
+TEST_F(TXmlFile_Text_Test, Reads_undeclared_prefixes_only_without_namespaces)
+{
+    EXPECT_EQ(Opened("<Root><x:a/></Root>", true), Parse_Error("Namespace prefix 'x' not declared", 1, 12));
+    EXPECT_EQ(Opened("<Root><x:a/></Root>", false), "nothing");
+}
+
+// The process-wide policy
+
+class TXmlFile_Policy_Test : public testing::Test
+{
+protected:
+    ~TXmlFile_Policy_Test() override { QDomImplementation::setInvalidDataPolicy(QDomImplementation::ReturnNullNode); }
+};
+
+TEST_F(TXmlFile_Policy_Test, Returns_null_nodes_for_illegal_data)
+{
+    QDomImplementation::setInvalidDataPolicy(QDomImplementation::DropInvalidChars);
+    const TXmlFile file;
+
+    EXPECT_EQ(QDomImplementation::invalidDataPolicy(), QDomImplementation::ReturnNullNode);
+}
+
+TEST_F(TXmlFile_Policy_Test, Is_as_before_after_each_operation)
+{
+    TXmlFile file;
+    QDomImplementation::setInvalidDataPolicy(QDomImplementation::DropInvalidChars);
+
+    file.Open_Data("<Root/>", "Root", nullptr, true);
+    Thrown([&] { file.Open_Data("<Root>", "Root", nullptr, true); });
+    file.Write_Text_Node(file.Root_Element(), QString("text"));
+    file.Write_Attribute(file.Root_Element(), "name", QString("text"));
+    EXPECT_EQ(QDomImplementation::invalidDataPolicy(), QDomImplementation::DropInvalidChars);
+}
+
+// Navigation and reading
+
+class TXmlFile_Navigation_Test : public testing::Test
+{
+protected:
+    TXmlFile_Navigation_Test()
+    {
+        d_file.Open_Data("<Root kind='%1' none=''><!--c--><A>first</A>text<B/><A>second</A><C><!--c-->late</C></Root>",
+                         "Root", nullptr, true);
+        d_root = d_file.Root_Element();
+        d_root_node = *d_root;
+    }
+
+    QDomElement Child(const QString& name) const { return d_file.Get_Node(d_root, name, false); }
+
+    TXmlFile d_file;
+    QDomElement* d_root = nullptr;
+    QDomNode d_root_node;
+};
+
+TEST_F(TXmlFile_Navigation_Test, Gets_the_first_child_of_a_name)
+{
+    EXPECT_EQ(d_file.Get_Node(d_root, "A", false).text(), "first");
+    EXPECT_EQ(d_file.Get_Node(&d_root_node, "A", false).text(), "first");
+    EXPECT_TRUE(d_file.Get_Node(d_root, "D", true).isNull());
+    EXPECT_TRUE(d_file.Get_Node(&d_root_node, "D", true).isNull());
+}
+
+TEST_F(TXmlFile_Navigation_Test, Reports_a_missing_child)
+{
+    const QString message = "content: ERR:  Node '%2' is missing from node 'Root' and not optional.";
+
+    EXPECT_EQ(Thrown([&] { d_file.Get_Node(d_root, "%2", false); }), message);
+    EXPECT_EQ(Thrown([&] { d_file.Get_Node(&d_root_node, "%2", false); }), message);
+}
+
+TEST_F(TXmlFile_Navigation_Test, Gets_no_child_of_a_null_node)
+{
+    for (const bool optional : {false, true}) {
+        EXPECT_EQ(Thrown([&] { d_file.Get_Node(&NULL_ELEMENT, "A", optional); }),
+                  "content: ERR:  Cannot get child from a NULL node");
+        EXPECT_EQ(Thrown([&] { d_file.Get_Node(&NULL_NODE, "A", optional); }),
+                  "content: ERR:  Cannot get child from a NULL node");
+    }
+}
+
+TEST_F(TXmlFile_Navigation_Test, Gets_the_next_sibling_of_a_name)
+{
+    const QDomElement first = Child("A");
+    const QDomElement second = d_file.Get_Sibling_Node(&first, "A", false);
+
+    EXPECT_EQ(second.text(), "second");
+    EXPECT_TRUE(d_file.Get_Sibling_Node(&second, "A", true).isNull());
+    EXPECT_EQ(Thrown([&] { d_file.Get_Sibling_Node(&second, "B", false); }),
+              "content: ERR:  Node 'B' is missing from node 'A' and not optional.");
+    EXPECT_EQ(Thrown([&] { d_file.Get_Sibling_Node(&NULL_ELEMENT, "A", true); }),
+              "content: ERR:  Cannot get sibling from a NULL node");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Gets_the_first_node_of_any_kind)
+{
+    EXPECT_TRUE(d_file.Get_First_Node(d_root, false).isComment());
+    EXPECT_TRUE(d_file.Get_First_Node(&d_root_node, false).isComment());
+
+    const QDomElement empty = Child("B");
+    const QDomNode empty_node = empty;
+    const QString message = "content: ERR:  Parent 'B' does not have nodes and they are not optional.";
+    EXPECT_EQ(Thrown([&] { d_file.Get_First_Node(&empty, false); }), message);
+    EXPECT_EQ(Thrown([&] { d_file.Get_First_Node(&empty_node, false); }), message);
+    EXPECT_TRUE(d_file.Get_First_Node(&empty, true).isNull());
+    EXPECT_TRUE(d_file.Get_First_Node(&empty_node, true).isNull());
+}
+
+TEST_F(TXmlFile_Navigation_Test, Gets_the_next_node_of_any_kind)
+{
+    const QDomNode first = Child("A");
+    const QDomNode last = Child("C");
+
+    EXPECT_EQ(d_file.Get_Sibling_Node(&first, false).nodeValue(), "text");
+    EXPECT_TRUE(d_file.Get_Sibling_Node(&last, true).isNull());
+    EXPECT_EQ(Thrown([&] { d_file.Get_Sibling_Node(&last, false); }),
+              "content: ERR:  Node 'C' does not have siblings and they are not optional.");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Any_node_of_a_null_node_is_missing)
+{
+    EXPECT_TRUE(d_file.Get_First_Node(&NULL_ELEMENT, true).isNull());
+    EXPECT_TRUE(d_file.Get_First_Node(&NULL_NODE, true).isNull());
+    EXPECT_TRUE(d_file.Get_Sibling_Node(&NULL_NODE, true).isNull());
+    EXPECT_EQ(Thrown([&] { d_file.Get_First_Node(&NULL_NODE, false); }),
+              "content: ERR:  Parent '' does not have nodes and they are not optional.");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Shows_no_local_names_without_namespaces)
+{
+    d_file.Open_Data("<Root><A/></Root>", "Root", nullptr, false);
+    const QDomNode node = Child("A");
+
+    EXPECT_EQ(Thrown([&] { d_file.Get_First_Node(&node, false); }),
+              "content: ERR:  Parent '' does not have nodes and they are not optional.");
+    EXPECT_EQ(Thrown([&] { d_file.Get_Sibling_Node(&node, false); }),
+              "content: ERR:  Node '' does not have siblings and they are not optional.");
+    EXPECT_EQ(Thrown([&] { d_file.Read_Text_Node(&node, false); }), "content: ERR:  Node Text for '' is not optional.");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Reads_an_attribute)
+{
+    EXPECT_EQ(d_file.Read_Attribute(d_root, "kind", false), "%1");
+    EXPECT_EQ(d_file.Read_Attribute(&d_root_node, "kind", false), "%1");
+    EXPECT_EQ(d_file.Read_Attribute(d_root, "none", false), "");
+    EXPECT_EQ(d_file.Read_Attribute(&d_root_node, "none", false), "");
+    EXPECT_EQ(d_file.Read_Attribute(d_root, "other", true), "");
+    EXPECT_EQ(d_file.Read_Attribute(&d_root_node, "other", true), "");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Reports_a_missing_attribute)
+{
+    const QString message = "content: ERR:  Node attribute 'other' missing and not optional.";
+    const QDomNode bare = Child("B");
+
+    EXPECT_EQ(Thrown([&] { d_file.Read_Attribute(d_root, "other", false); }), message);
+    EXPECT_EQ(Thrown([&] { d_file.Read_Attribute(&d_root_node, "other", false); }), message);
+    EXPECT_EQ(Thrown([&] { d_file.Read_Attribute(&bare, "other", false); }), message);
+}
+
+TEST_F(TXmlFile_Navigation_Test, Reads_no_attribute_of_a_null_node)
+{
+    EXPECT_EQ(Thrown([&] { d_file.Read_Attribute(&NULL_ELEMENT, "kind", true); }),
+              "content: ERR:  Cannot read attribute from a NULL node");
+    EXPECT_EQ(Thrown([&] { d_file.Read_Attribute(&NULL_NODE, "kind", true); }),
+              "content: ERR:  Cannot read attribute from a NULL node");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Reads_the_text_of_a_node)
+{
+    const QDomElement element = Child("A");
+    const QDomNode node = element;
+
+    EXPECT_EQ(d_file.Read_Text_Node(&element, false), "first");
+    EXPECT_EQ(d_file.Read_Text_Node(&node, false), "first");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Reads_a_character_data_section_as_text)
+{
+    d_file.Open_Data("<Root><![CDATA[a < b]]></Root>", "Root", nullptr, true);
+
+    EXPECT_EQ(d_file.Read_Text_Node(d_file.Root_Element(), false), "a < b");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Reads_no_text_behind_another_first_child)
+{
+    const QDomElement commented = Child("C");
+
+    EXPECT_EQ(d_file.Read_Text_Node(&commented, true), "");
+    EXPECT_EQ(Thrown([&] { d_file.Read_Text_Node(&commented, false); }),
+              "content: ERR:  Node Text for 'C' is not optional.");
+    EXPECT_EQ(d_file.Read_Text_Node(d_root, true), "");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Reads_no_text_of_an_empty_node)
+{
+    d_file.Open_Data("<Root><Name/><Name></Name></Root>", "Root", nullptr, true);
+    const QDomElement element = Child("Name");
+    const QDomNode node = element.nextSibling();
+
+    EXPECT_EQ(d_file.Read_Text_Node(&element, true), "");
+    EXPECT_EQ(d_file.Read_Text_Node(&node, true), "");
+    EXPECT_EQ(Thrown([&] { d_file.Read_Text_Node(&element, false); }),
+              "content: ERR:  Node Text for 'Name' is not optional.");
+    EXPECT_EQ(Thrown([&] { d_file.Read_Text_Node(&node, false); }),
+              "content: ERR:  Node Text for 'Name' is not optional.");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Reads_no_text_of_a_null_node)
+{
+    EXPECT_EQ(Thrown([&] { d_file.Read_Text_Node(&NULL_ELEMENT, true); }),
+              "content: ERR:  Cannot read data from a NULL node");
+    EXPECT_EQ(Thrown([&] { d_file.Read_Text_Node(&NULL_NODE, true); }),
+              "content: ERR:  Cannot read data from a NULL node");
+}
+
+// Writing
+
+class TXmlFile_Writing_Test : public testing::Test
+{
+protected:
+    TXmlFile_Writing_Test()
+    {
+        QFile::setPermissions(d_folder.path(), QFile::Permissions(0x7777));
+        d_file.Reset("Root", 3);
+        d_root = d_file.Root_Element();
+    }
+
+    QByteArray Data(bool compact)
+    {
+        QByteArray data = "old";
+        d_file.Write_Data(&data, compact);
+        return data;
+    }
+
+    QByteArray Text_Of(const QByteArray& name)
+    {
+        const QByteArray data = Data(true);
+        const int start = data.indexOf("<" + name + ">") + name.size() + 2;
+        return data.mid(start, data.indexOf("</" + name + ">") - start);
+    }
+
+    QString Write_File(const QString& name)
+    {
+        d_file.Set_File_Name(name);
+        return Thrown([&] { d_file.Write_File(false); });
+    }
+
+    QTemporaryDir d_folder;
+    TXmlFile d_file;
+    QDomElement* d_root = nullptr;
+};
+
+const QByteArray DECLARATION = "<?xml version=\"1.0\" encoding=\"utf-8\"?>";
+
+TEST_F(TXmlFile_Writing_Test, Begins_with_a_declaration_and_a_versioned_root)
+{
+    EXPECT_EQ(Data(false), DECLARATION + "\n<Root File_Version=\"3\"/>\n");
+}
+
+TEST_F(TXmlFile_Writing_Test, Begins_with_a_document_type_and_no_declaration)
+{
+    d_file.Reset("Kind", "Root", 12);
+
+    EXPECT_EQ(Data(false), "<!DOCTYPE Kind>\n<Root File_Version=\"12\"/>\n");
+}
+
+TEST_F(TXmlFile_Writing_Test, Starts_anew)
+{
+    d_file.Create_Node(d_root, "Old");
+    d_file.Reset("New", 4);
+    EXPECT_EQ(Data(false), DECLARATION + "\n<New File_Version=\"4\"/>\n");
+
+    d_file.Clear();
+    EXPECT_EQ(Data(true).trimmed(), "");
+}
+
+TEST_F(TXmlFile_Writing_Test, Indents_by_4_blanks_per_level)
+{
+    QDomElement outer = d_file.Create_Node(d_root, "Outer");
+    QDomElement inner = d_file.Create_Node(&outer, "Inner");
+    d_file.Write_Text_Node(&inner, QString("text"));
+
+    EXPECT_EQ(Data(false), DECLARATION + "\n<Root File_Version=\"3\">\n    <Outer>\n        <Inner>text</Inner>\n"
+                                         "    </Outer>\n</Root>\n");
+    EXPECT_EQ(Data(true), DECLARATION + "<Root File_Version=\"3\"><Outer><Inner>text</Inner></Outer></Root>");
+}
+
+TEST_F(TXmlFile_Writing_Test, Writes_texts_and_numbers)
+{
+    QDomElement text = d_file.Create_Node(d_root, "Text");
+    QDomElement real = d_file.Create_Node(d_root, "Real");
+    QDomElement whole = d_file.Create_Node(d_root, "Whole");
+    d_file.Write_Text_Node(&text, QString::fromUtf8("<a & \"b\"> ü"));
+    d_file.Write_Text_Node(&real, 2.5, 3);
+    d_file.Write_Text_Node(&whole, -7);
+
+    EXPECT_EQ(Text_Of("Text"), "&lt;a &amp; \"b\"> \xC3\xBC");
+    EXPECT_EQ(Text_Of("Real"), "2.500");
+    EXPECT_EQ(Text_Of("Whole"), "-7");
+}
+
+TEST_F(TXmlFile_Writing_Test, Writes_attributes)
+{
+    QDomElement node = d_file.Create_Node(d_root, "Node");
+    d_file.Write_Attribute(&node, "text", QString("old"));
+    d_file.Write_Attribute(&node, "text", QString("a < \"b\""));
+    d_file.Write_Attribute(&node, "real", 2.5, 3);
+    d_file.Write_Attribute(&node, "whole", 7);
+
+    EXPECT_EQ(node.attributes().size(), 3);
+    EXPECT_EQ(node.attribute("text"), "a < \"b\"");
+    EXPECT_EQ(node.attribute("real"), "2.500");
+    EXPECT_EQ(node.attribute("whole"), "7");
+    EXPECT_TRUE(Data(true).contains("text=\"a &lt; &quot;b&quot;\""));
+}
+
+TEST_F(TXmlFile_Writing_Test, Creates_no_unnamed_nodes_and_attributes)
+{
+    EXPECT_EQ(Thrown([&] { d_file.Create_Node(d_root, ""); }), "content: ERR:  Cannot create an unnamed node");
+    EXPECT_EQ(Thrown([&] { d_file.Write_Attribute(d_root, "", QString("text")); }),
+              "content: ERR:  Cannot create an unnamed attribute");
+}
+
+TEST_F(TXmlFile_Writing_Test, Creates_nothing_in_a_null_node)
+{
+    QDomElement null;
+
+    EXPECT_EQ(Thrown([&] { d_file.Create_Node(&null, ""); }), "content: ERR:  Cannot create node from a NULL node");
+    EXPECT_EQ(Thrown([&] { d_file.Write_Text_Node(&null, QString("text")); }),
+              "content: ERR:  Cannot append data to a NULL node");
+    EXPECT_EQ(Thrown([&] { d_file.Write_Attribute(&null, "name", QString("text")); }), "nothing");
+}
+
+TEST_F(TXmlFile_Writing_Test, Writes_nothing_that_could_not_be_read_again)
+{
+    const QString illegal = QString("%1") + QChar(0x1);
+    QDomElement node = d_file.Create_Node(d_root, "Node");
+
+    EXPECT_EQ(Thrown([&] { d_file.Write_Text_Node(&node, illegal); }),
+              "content: ERR:  Cannot write node 'Node' with data '" + illegal + "'");
+    EXPECT_EQ(Thrown([&] { d_file.Write_Attribute(&node, "name", illegal); }),
+              "content: ERR:  Cannot write node 'name' with data '" + illegal + "'");
+    EXPECT_EQ(Thrown([&] { d_file.Write_Attribute(&node, "a name", QString("text")); }),
+              "content: ERR:  Cannot write node 'a name' with data 'text'");
+    EXPECT_TRUE(d_file.Create_Node(d_root, "a name").isNull());
+    EXPECT_EQ(Data(true), DECLARATION + "<Root File_Version=\"3\"><Node/></Root>");
+}
+
+TEST_F(TXmlFile_Writing_Test, Writes_characters_beyond_U_FFFF)
+{
+    const QString face = QString::fromUtf8("\xF0\x9F\x98\x80");
+    d_file.Write_Text_Node(d_root, face);
+    d_file.Write_Attribute(d_root, "face", face);
+
+    TXmlFile reader;
+    reader.Open_Data(Data(false), "Root", nullptr, true);
+    EXPECT_EQ(reader.Read_Text_Node(reader.Root_Element(), false), face);
+    EXPECT_EQ(reader.Read_Attribute(reader.Root_Element(), "face", false), face);
+}
+
+TEST_F(TXmlFile_Writing_Test, Reads_back_attributes_with_line_breaks)
+{
+    d_file.Write_Attribute(d_root, "lines", QString("a\nb\tc\rd"));
+
+    TXmlFile reader;
+    reader.Open_Data(Data(false), "Root", nullptr, true);
+    EXPECT_EQ(reader.Read_Attribute(reader.Root_Element(), "lines", false), "a\nb\tc\rd");
+}
+
+TEST_F(TXmlFile_Writing_Test, Writes_the_file)
+{
+    d_file.Create_Node(d_root, "Node");
+    d_file.Set_File_Name(d_folder.filePath("file"));
+
+    d_file.Write_File(false);
+    EXPECT_EQ(Content(d_folder.filePath("file")), Data(false));
+    d_file.Write_File(true);
+    EXPECT_EQ(Content(d_folder.filePath("file")), Data(true));
+}
+
+TEST_F(TXmlFile_Writing_Test, Writes_a_compact_file_without_line_breaks)
+{
+    d_file.Write_Text_Node(d_root, QString("a\nb"));
+
+    EXPECT_EQ(Data(true), DECLARATION + "<Root File_Version=\"3\">ab</Root>");
+}
+
+TEST_F(TXmlFile_Writing_Test, Refuses_a_file_that_may_not_be_written)
+{
+    const QString name = d_folder.filePath("file");
+    Write(name, "old");
+    QFile::setPermissions(name, QFile::Permissions(0x4444));
+
+    EXPECT_EQ(As_Plain_User([&] { return Write_File(name); }),
+              "access: ERR:  Cannot open file '" + name + "' for writing");
+    EXPECT_EQ(Content(name), "old");
+}
+
+TEST_F(TXmlFile_Writing_Test, Reports_a_file_that_cannot_be_written)
+{
+    const QString missing = d_folder.filePath("%2/file");
+
+    EXPECT_EQ(Write_File(missing),
+              "content: ERR:  Cannot write file '" + missing + "'.  Reason: No such file or directory");
+    EXPECT_EQ(Write_File(d_folder.path()),
+              "content: ERR:  Cannot write file '" + d_folder.path() + "'.  Reason: Is a directory");
+}
+
+// Null pointers
+
+using TXmlFile_Death_Test = testing::Test;
+
+TEST_F(TXmlFile_Death_Test, Aborts_on_a_null_pointer)
+{
+    TXmlFile file;
+    const QDomElement* element = nullptr;
+    const QDomNode* node = nullptr;
+    QDomElement* writable = nullptr;
+    const char source[] = "\\.\\./core/xmlfile\\.cpp: ";
+
+    EXPECT_DEATH(file.Get_Node(element, "a", true), std::string(source) + "Get_Node: node");
+    EXPECT_DEATH(file.Get_Node(node, "a", true), std::string(source) + "Get_Node: node");
+    EXPECT_DEATH(file.Get_Sibling_Node(element, "a", true), std::string(source) + "Get_Sibling_Node: current_node");
+    EXPECT_DEATH(file.Get_First_Node(element, true), std::string(source) + "Get_First_Node: parent");
+    EXPECT_DEATH(file.Get_First_Node(node, true), std::string(source) + "Get_First_Node: parent");
+    EXPECT_DEATH(file.Get_Sibling_Node(node, true), std::string(source) + "Get_Sibling_Node: current_node");
+    EXPECT_DEATH(file.Read_Attribute(element, "a", true), std::string(source) + "Read_Attribute: node");
+    EXPECT_DEATH(file.Read_Attribute(node, "a", true), std::string(source) + "Read_Attribute: node");
+    EXPECT_DEATH(file.Read_Text_Node(element, true), std::string(source) + "Read_Text_Node: node");
+    EXPECT_DEATH(file.Read_Text_Node(node, true), std::string(source) + "Read_Text_Node: node");
+    EXPECT_DEATH(file.Create_Node(writable, "a"), std::string(source) + "Create_Node: parent");
+    EXPECT_DEATH(file.Write_Text_Node(writable, QString("a")), std::string(source) + "Write_Text_Node: node");
+    EXPECT_DEATH(file.Write_Text_Node(writable, 1), std::string(source) + "Write_Text_Node: node");
+    EXPECT_DEATH(file.Write_Text_Node(writable, 1.0, 1), std::string(source) + "Write_Text_Node: node");
+    EXPECT_DEATH(file.Write_Attribute(writable, "a", QString("a")), std::string(source) + "Write_Attribute: node");
+    EXPECT_DEATH(file.Write_Attribute(writable, "a", 1), std::string(source) + "Write_Attribute: node");
+    EXPECT_DEATH(file.Write_Attribute(writable, "a", 1.0, 1), std::string(source) + "Write_Attribute: node");
+    EXPECT_DEATH(file.Write_Data(nullptr, true), std::string(source) + "Write_Data: data");
+}
+
+TEST(TXmlFileException_Test, Carries_its_message_and_type)
+{
+    const TXmlFileException exception("text", TXmlFileException::Xml_Content);
+
+    EXPECT_EQ(exception.Message(), "text");
+    EXPECT_EQ(exception.Type(), TXmlFileException::Xml_Content);
+    EXPECT_EQ(static_cast<int>(TXmlFileException::File_Access), 0);
+    EXPECT_EQ(static_cast<int>(TXmlFileException::Xml_Content), 1);
+}
