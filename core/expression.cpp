@@ -4,6 +4,7 @@
 #include "core/number.h"
 
 #include <QRegExp>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <cmath>
@@ -14,6 +15,7 @@ namespace {
 constexpr int NOT_FOUND = -1;
 constexpr int VALUE_DECIMALS = 16;
 constexpr int LOWEST_PRECEDENCE = 0;
+constexpr double LARGEST_PATTERN = 2000.0;
 const QLatin1String SUM_OF_SQUARES("SUMSQ(");
 const QLatin1String SQUARE_ROOT("SQRT(");
 
@@ -36,6 +38,19 @@ bool Is_Word(const QString& name)
 {
     return std::all_of(name.cbegin(), name.cend(),
                        [](QChar character) { return character.isLetterOrNumber() || character == QLatin1Char('_'); });
+}
+
+/// The number of characters in `pattern` when its repetitions ("A{3}") are written out, at worst one inside the other.
+double Written_Out_Size(const QString& pattern)
+{
+    static const QRegularExpression repetition(QStringLiteral("[{,](\\d+)"));
+    QRegularExpressionMatchIterator counts = repetition.globalMatch(pattern);
+    double size = pattern.size();
+
+    while (counts.hasNext()) {
+        size *= std::max(1.0, counts.next().captured(1).toDouble());
+    }
+    return size;
 }
 
 /// The value in fixed notation, since the scan knows no exponents. A sign is read in front of an expression only; the
@@ -69,8 +84,10 @@ QString Replaced(const QString& text, const QRegExp& pattern, const QString& rep
 QString Substituted(const QString& text, const TExpression::TVariable& variable)
 {
     const QString name = variable.name.toUpper();
+    const bool is_word = Is_Word(name);
 
-    if (Is_Word(name) && !text.contains(name)) {
+    // QRegExp nests as deeply as its pattern and writes repetitions out: a huge one would exhaust stack or memory.
+    if (is_word ? !text.contains(name) : Written_Out_Size(name) > LARGEST_PATTERN) {
         return text;
     }
     return Replaced(text, QRegExp(QString("(\\b%1\\b)").arg(name)), Value_Text(variable.value));
@@ -230,11 +247,13 @@ struct TResult
 enum class TScanKind
 {
     Expression,
+    Open_Group,
     Square_Root,
     Sum_Of_Squares
 };
 
-/// The scan of one piece: the whole text, a group, or (a part of) a function's argument.
+/// The scan of one piece: the whole text, a group (an open one goes to the end of its piece), or (a part of) a
+/// function's argument.
 struct TScan
 {
     TScan(TScanKind scan_kind, int scan_begin, int scan_end, int scan_close)
@@ -248,7 +267,7 @@ struct TScan
     TScanKind kind;
     int begin;
     int end;
-    int close; ///< where the group or function closes; the surrounding scan goes on behind it
+    int close; ///< where the group or function closes; the surrounding scan goes on behind it. None in an open group.
     int position = begin;
     int literal = begin;           ///< where the literal of the next operand begins
     std::optional<double> pending; ///< the value of a group or function that has taken the literal's place
@@ -307,6 +326,7 @@ private:
     void Reduce(int precedence);
 
     void Complete_Scan();
+    void Give_Up();
     void End_Scan(TResult result);
     void Drop_Entries();
 
@@ -370,16 +390,14 @@ void TScanner::Begin_Scan(TScanKind kind, int begin, int end, int close)
     d_scans.push(scan);
 }
 
-/// A parenthesis without a partner in this piece makes the piece invalid. (By the letter, its group would be the rest
-/// of the piece and the scan would then start over from the beginning, where a valid group would send it round for
-/// ever.)
+/// The group of a parenthesis without a partner in this piece is the rest of the piece.
 void TScanner::Begin_Group()
 {
     const TScan& scan = d_scans.top();
     const int close = d_text.Closing_Brace(scan.position, scan.end);
 
     if (close == NOT_FOUND) {
-        End_Scan(TResult());
+        Begin_Scan(TScanKind::Open_Group, scan.position + 1, scan.end, close);
     } else {
         Begin_Scan(TScanKind::Expression, scan.position + 1, close, close);
     }
@@ -472,8 +490,20 @@ void TScanner::Complete_Scan()
         End_Scan(TResult());
         return;
     }
+    if (scan.kind == TScanKind::Open_Group) {
+        Give_Up();
+        return;
+    }
     Reduce(LOWEST_PRECEDENCE);
     End_Scan({d_number_stack.top(), true});
+}
+
+/// By the rules, the scan around a valid open group would start over from its beginning, meet the group again and go
+/// round for ever, and the scans around it would wait for ever: none of them has a value.
+void TScanner::Give_Up()
+{
+    d_scans = {};
+    d_result = TResult();
 }
 
 /// Ends the innermost scan and hands its value to the one around it. An invalid result ends that one too, and so on up

@@ -12,8 +12,9 @@
 /// Arithmetic is that of IEEE doubles: 1/0 is infinite, SQRT(-4) is not a number, and both are valid.
 ///
 /// A text that is no expression yields 0.0 and a flag that is false; nothing throws. Every evaluation ends, in a time
-/// linear in the text's length and whatever its nesting. Evaluations leave the object unchanged and may run side by
-/// side.
+/// linear in the text's length and whatever its nesting (patterns as names apart). Where the rules would lead round for
+/// ever - a parenthesis that its piece does not close, before a valid text - the whole text is invalid. Evaluations
+/// leave the object unchanged and may run side by side.
 class TExpression
 {
 public:
@@ -44,7 +45,8 @@ public:
     // Evaluation
 
     /// The value of `text` with every variable replaced by its value: names match whole words in any case, and the
-    /// characters of regular expressions in a name act as such. `ok` may be null.
+    /// characters of regular expressions in a name act as such (such a name of more than 2000 characters, repetitions
+    /// written out, is never met). `ok` may be null.
     double Evaluate(const QString& text, bool* ok) const;
 
     // Steps of the evaluation

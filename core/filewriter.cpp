@@ -6,6 +6,7 @@
 #include <cerrno>
 #include <csignal>
 #include <fcntl.h>
+#include <poll.h>
 #include <sys/stat.h>
 #include <system_error>
 #include <unistd.h>
@@ -60,13 +61,23 @@ private:
     int d_descriptor;
 };
 
+// Whether the write that just failed may be tried again: after a signal, or when the reader of a full pipe has made
+// room within some seconds.
+bool Can_Go_On(int descriptor)
+{
+    constexpr int PATIENCE_MS = 2000;
+    struct pollfd target = {descriptor, POLLOUT, 0};
+
+    return errno == EINTR || (errno == EAGAIN && poll(&target, 1, PATIENCE_MS) != 0);
+}
+
 bool Write_Bytes(int descriptor, const QByteArray& bytes)
 {
     qint64 done = 0;
 
     while (done < bytes.size()) {
         const ssize_t count = write(descriptor, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
-        if (count < 0 && errno != EINTR) {
+        if (count < 0 && !Can_Go_On(descriptor)) {
             return false;
         }
         done += qMax<qint64>(count, 0);
@@ -74,15 +85,29 @@ bool Write_Bytes(int descriptor, const QByteArray& bytes)
     return true;
 }
 
-// Allocates first and cuts last, so that a full disk or a size limit shows before the old content is touched.
+// Takes all the room that the new content needs and leaves the old content as it is.
+bool Take_Room(int descriptor, qint64 old_size, const QByteArray& bytes)
+{
+    if (bytes.isEmpty() || fallocate(descriptor, 0, 0, bytes.size()) == 0) {
+        return true;
+    }
+    if (errno != EOPNOTSUPP && errno != ENOSYS) {
+        return false;
+    }
+    // Many network file systems reserve nothing: there the part beyond the old end is written first.
+    const int common_size = static_cast<int>(qMin<qint64>(old_size, bytes.size()));
+    return lseek(descriptor, common_size, SEEK_SET) == common_size && Write_Bytes(descriptor, bytes.mid(common_size)) &&
+           fsync(descriptor) == 0 && lseek(descriptor, 0, SEEK_SET) == 0;
+}
+
+// Takes the room first and cuts last, so that a full disk or a size limit shows before the old content is touched.
 bool Overwrite(int descriptor, qint64 old_size, const QByteArray& bytes)
 {
-    const int allocation = bytes.isEmpty() ? 0 : posix_fallocate(descriptor, 0, bytes.size());
-
-    if (allocation != 0 && allocation != EINVAL && allocation != EOPNOTSUPP) {
+    if (!Take_Room(descriptor, old_size, bytes)) {
+        const int code = errno;
         const bool restored = ftruncate(descriptor, old_size) == 0;
         Q_UNUSED(restored)
-        errno = allocation;
+        errno = code;
         return false;
     }
     return Write_Bytes(descriptor, bytes) && ftruncate(descriptor, bytes.size()) == 0 && fsync(descriptor) == 0;
@@ -114,23 +139,30 @@ bool Write_In_Place(const QString& name, const QByteArray& bytes, QString* reaso
 
 bool Takes_All(QSaveFile* file, const QByteArray& bytes)
 {
-    const qint64 count = file->write(bytes);
+    qint64 done = 0;
 
     // Taking only some bytes is no error yet: the reason comes with the refusal of the next.
-    if (count >= 0 && count < bytes.size()) {
-        file->write(bytes.mid(static_cast<int>(count)));
-        return false;
+    while (done < bytes.size()) {
+        const qint64 count = file->write(bytes.constData() + done, bytes.size() - done);
+        if (count <= 0) {
+            return false;
+        }
+        done += count;
     }
-    return count == bytes.size() && file->flush() && file->error() == QFileDevice::NoError;
+    return file->flush() && file->error() == QFileDevice::NoError;
 }
 
 bool Commit(QSaveFile* file, const QByteArray& bytes, QString* reason)
 {
-    // On a full disk the commit can report success and put a cut file in place, so all is checked before it.
-    if (Takes_All(file, bytes) && file->commit()) {
+    // On a full disk the commit can report success and put a cut file in place, so all is checked before it. A network
+    // disk may tell only now that it is full.
+    const bool is_taken = Takes_All(file, bytes);
+    const bool is_on_disk = is_taken && fsync(file->handle()) == 0;
+
+    if (is_on_disk && file->commit()) {
         return true;
     }
-    *reason = file->errorString();
+    *reason = is_taken && !is_on_disk ? System_Reason(errno) : file->errorString();
     file->cancelWriting();
     return false;
 }

@@ -1,9 +1,9 @@
 #include "core/optiondelegate.h"
 
+#include "core/choicebox.h"
 #include "core/optioneditor.h"
 #include "core/pathedit.h"
 
-#include <QComboBox>
 #include <QDateTimeEdit>
 #include <QLineEdit>
 
@@ -167,10 +167,11 @@ QWidget* TOptionItemDelegate::Create_Date_Time_Editor(QWidget* parent) const
 
 QWidget* TOptionItemDelegate::Create_Combo_Editor(QWidget* parent, const QStringList& choices) const
 {
-    auto* editor = new QComboBox(parent);
+    auto* editor = new TChoiceBox(parent);
 
     editor->setFrame(false);
     editor->addItems(choices);
     connect(editor, qOverload<int>(&QComboBox::currentIndexChanged), this, &TOptionItemDelegate::Combo_Item_Changed);
+    connect(editor, &TChoiceBox::Shown_Item_Chosen, this, &TOptionItemDelegate::Combo_Item_Changed);
     return editor;
 }

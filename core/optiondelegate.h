@@ -37,7 +37,8 @@ public:
     QSize sizeHint(const QStyleOptionViewItem& option, const QModelIndex& index) const override;
 
 signals:
-    /// The user chose `text` in the selection list of the row whose editor was filled last (0 before any was).
+    /// The user chose `text`, be it new or the one shown, in the selection list of the row whose editor was filled last
+    /// (0 before any was).
     void List_Item_Changed(int row, const QString& text);
 
 public slots:

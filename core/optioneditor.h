@@ -54,7 +54,8 @@ public:
     void ChangeSelectionListOption(int index, int item);
 
 signals:
-    /// The user chose `text` in the selection list of row `index`. The receiver may change or clear the options.
+    /// The user chose `text` in the selection list of row `index`, once for each choice; it may be the text that was
+    /// shown before. The receiver may change or clear the options.
     void SelectionListItemChanged(int index, const QString& text);
 
 public slots:

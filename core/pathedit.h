@@ -10,7 +10,7 @@ class TPathEdit : public QLineEdit
     Q_OBJECT
 
 public:
-    /// A line edit is never a window: `flags` are kept for the form's sake, as every widget takes them.
+    /// `flags` are added to the window flags of a line edit; a cell's editor needs none.
     explicit TPathEdit(const QWidget* parent = nullptr, Qt::WindowFlags flags = {});
 
     /// The cell that is edited, which Browse_Path hands on.

@@ -5,21 +5,27 @@
 
 #include <QRegularExpression>
 #include <QTextCodec>
+#include <QVector>
 #include <QXmlStreamReader>
-
-#include <algorithm>
 
 namespace {
 
 // Qt's parser calls itself for each level and overflows the stack at some 25,000.
 constexpr int MAXIMUM_DEPTH = 256;
 constexpr int MAXIMUM_ELEMENTS = 2'000'000;
+constexpr int MAXIMUM_ATTRIBUTES = 2'000'000;
+constexpr int MAXIMUM_OTHER_NODES = 2'000'000;
 constexpr int MAXIMUM_ENTITIES = 64;
 constexpr int MAXIMUM_EXPANSION = 10 * 1024 * 1024;
-// Comparing each attribute of an element with each other must stay quick: 10,000 attributes in one element, or more
-// elements with fewer. A usual number of them never matters.
-constexpr qint64 MAXIMUM_ATTRIBUTE_PAIRS = 100'000'000;
+// The readers compare each attribute of an element, each attribute that the document type declares and each namespace
+// with each other. That must stay quick: 10,000 attributes in one element, or more elements with fewer. A usual number
+// of them never matters.
+constexpr qint64 MAXIMUM_PAIRS = 100'000'000;
+constexpr int MAXIMUM_DECLARED_ATTRIBUTES = 10'000;
 constexpr qint64 USUAL_ATTRIBUTES = 100;
+constexpr qint64 USUAL_NAMESPACES = 10;
+// An attribute that is declared takes no less: " a ID ''".
+constexpr int DECLARED_ATTRIBUTE_SIZE = 8;
 
 struct TPosition
 {
@@ -70,26 +76,58 @@ bool Decode(const QByteArray& bytes, QString* text, TXmlFault* fault)
     return false;
 }
 
-// The readers compare every attribute of an element with every other one, so their number is bounded beforehand. An
-// element's attributes all stand in front of the next "<".
+// How many attributes the lists of a document type declare at most.
+int Declared_Attributes(const QStringRef& text)
+{
+    const QLatin1String list("<!ATTLIST");
+    int size = 0;
+
+    for (int start = text.indexOf(list); start >= 0; start = text.indexOf(list, start + 1)) {
+        const int next = text.indexOf('<', start + 1);
+        size += (next < 0 ? text.size() : next) - start;
+    }
+    return size / DECLARED_ATTRIBUTE_SIZE;
+}
+
+// Reading one tag or one document type must stay quick too, so its attributes are bounded beforehand. An element's
+// attributes all stand in front of the next "<".
 bool Has_Few_Attributes(const QString& text, TXmlFault* fault)
 {
     const QStringRef whole(&text);
+    bool is_few = Declared_Attributes(whole) <= MAXIMUM_DECLARED_ATTRIBUTES;
     qint64 pairs = 0;
     int start = 0;
 
-    while (start < text.size() && pairs <= MAXIMUM_ATTRIBUTE_PAIRS) {
+    while (start < text.size() && is_few) {
         const int next = text.indexOf('<', start + 1);
         const int end = next < 0 ? text.size() : next;
         const qint64 attributes = whole.mid(start, end - start).count('=');
         pairs += attributes > USUAL_ATTRIBUTES ? attributes * attributes : 0;
+        is_few = pairs <= MAXIMUM_PAIRS;
         start = end;
     }
-    if (pairs > MAXIMUM_ATTRIBUTE_PAIRS) {
+    if (!is_few) {
         *fault = Fault_At("too many attributes", Position_At(text, start));
-        return false;
     }
-    return true;
+    return is_few;
+}
+
+// How deep the parentheses in the declarations of a document type nest.
+int Nesting(const QStringRef& text)
+{
+    int deepest = 0;
+    int depth = 0;
+
+    for (const QChar character : text) {
+        if (character == '(') {
+            deepest = qMax(deepest, ++depth);
+        } else if (character == ')') {
+            depth = qMax(0, depth - 1);
+        } else if (character == '<') {
+            depth = 0;
+        }
+    }
+    return deepest;
 }
 
 // The references that may expand: general and parameter entities, not those that XML itself declares.
@@ -104,55 +142,85 @@ int Reference_Count(const QString& text)
 }
 
 // How far one reference may expand so that all of them together stay within the limit.
-int Expansion_Share(const QString& text)
+int Expansion_Share(const QString& text, int limit)
 {
-    return text.contains("<!ENTITY") ? MAXIMUM_EXPANSION / qMax(1, Reference_Count(text)) : MAXIMUM_EXPANSION;
-}
-
-qint64 Token_Length(const QXmlStreamReader& reader)
-{
-    qint64 length = reader.text().size();
-    const QXmlStreamAttributes attributes = reader.attributes();
-
-    for (const QXmlStreamAttribute& attribute : attributes) {
-        length += attribute.value().size();
-    }
-    return length;
+    return text.contains("<!ENTITY") ? limit / qMax(1, Reference_Count(text)) : limit;
 }
 
 // The streaming pass: one token after the other, nothing kept but these counts.
 struct TCounts
 {
-    int depth = 0;
+    QVector<qint64> namespaces; // that hold in each open element
     int elements = 0;
+    int attributes = 0;
+    int other_nodes = 0;
+    int entities = 0;
+    int nesting = 0;
+    qint64 declared_attributes = 0;
+    qint64 pairs = 0;
     qint64 length = 0;
 };
 
-void Count_Token(const QXmlStreamReader& reader, TCounts* counts)
+void Count_Document_Type(const QXmlStreamReader& reader, TCounts* counts)
 {
-    counts->length += Token_Length(reader);
-    if (reader.isStartElement()) {
-        ++counts->depth;
-        ++counts->elements;
-    } else if (reader.isEndElement()) {
-        --counts->depth;
+    counts->entities = reader.entityDeclarations().size();
+    counts->nesting = Nesting(reader.text());
+    counts->declared_attributes = Declared_Attributes(reader.text());
+}
+
+void Count_Start(const QXmlStreamReader& reader, TCounts* counts)
+{
+    const QXmlStreamAttributes attributes = reader.attributes();
+    const qint64 outer = counts->namespaces.isEmpty() ? 0 : counts->namespaces.last();
+    const qint64 namespaces = outer + reader.namespaceDeclarations().size();
+
+    counts->namespaces.append(namespaces);
+    ++counts->elements;
+    counts->attributes += attributes.size();
+    counts->pairs += namespaces > USUAL_NAMESPACES ? namespaces * namespaces : 0;
+    counts->pairs += counts->declared_attributes > USUAL_ATTRIBUTES ? counts->declared_attributes : 0;
+    for (const QXmlStreamAttribute& attribute : attributes) {
+        counts->length += attribute.value().size();
     }
 }
 
-// What the latest token is too much of; empty as long as all is within the limits.
-QString Excess(const QXmlStreamReader& reader, const TCounts& counts, qint64 size)
+void Count_Token(const QXmlStreamReader& reader, TCounts* counts)
 {
-    if (counts.depth > MAXIMUM_DEPTH) {
-        return QString("elements nested deeper than %1 levels").arg(MAXIMUM_DEPTH);
+    counts->length += reader.text().size();
+    if (reader.isDTD()) {
+        Count_Document_Type(reader, counts);
+    } else if (reader.isStartElement()) {
+        Count_Start(reader, counts);
+    } else if (reader.isEndElement()) {
+        counts->namespaces.removeLast();
+    } else if (reader.isComment() || reader.isProcessingInstruction() || reader.isCDATA()) {
+        ++counts->other_nodes;
     }
-    if (counts.elements > MAXIMUM_ELEMENTS) {
-        return QString("more than %1 elements").arg(MAXIMUM_ELEMENTS);
-    }
-    if (reader.isDTD() && reader.entityDeclarations().size() > MAXIMUM_ENTITIES) {
-        return QString("more than %1 entity declarations").arg(MAXIMUM_ENTITIES);
-    }
-    if (counts.length > size + MAXIMUM_EXPANSION) {
-        return "entities expand to more than 10 MB";
+}
+
+// What there is too much of; empty as long as all is within the limits.
+QString Excess(const TCounts& counts, qint64 size)
+{
+    const struct
+    {
+        qint64 count;
+        qint64 limit;
+        const char* reason;
+    } LIMITS[] = {
+        {counts.namespaces.size(), MAXIMUM_DEPTH, "elements nested deeper than %1 levels"},
+        {counts.elements, MAXIMUM_ELEMENTS, "more than %1 elements"},
+        {counts.attributes, MAXIMUM_ATTRIBUTES, "more than %1 attributes"},
+        {counts.other_nodes, MAXIMUM_OTHER_NODES, "more than %1 comments, instructions and sections"},
+        {counts.entities, MAXIMUM_ENTITIES, "more than %1 entity declarations"},
+        {counts.nesting, MAXIMUM_DEPTH, "declarations nested deeper than %1 levels"},
+        {counts.pairs, MAXIMUM_PAIRS, "too many namespaces or declared attributes"},
+        {counts.length, size + MAXIMUM_EXPANSION, "entities expand to more than 10 MB"},
+    };
+
+    for (const auto& [count, limit, reason] : LIMITS) {
+        if (count > limit) {
+            return QString(reason).replace("%1", QString::number(limit));
+        }
     }
     return QString();
 }
@@ -177,7 +245,8 @@ bool Parser_Fault(const QString& checked, bool is_whole, bool namespace_processi
 {
     QDomDocument discarded;
 
-    if (Build_Document(checked, namespace_processing, &discarded, fault)) {
+    // A document type whose end the check has not seen may hold anything.
+    if (checked.contains("<!DOCTYPE") || Build_Document(checked, namespace_processing, &discarded, fault)) {
         return false;
     }
     const TPosition end = Position_At(checked, checked.size());
@@ -190,11 +259,15 @@ bool Check(const QString& text, bool namespace_processing, TXmlFault* fault)
     TCounts counts;
 
     reader.setNamespaceProcessing(namespace_processing);
-    reader.setEntityExpansionLimit(Expansion_Share(text));
+    // Inside the document type what expands may be declarations of attributes.
+    reader.setEntityExpansionLimit(Expansion_Share(text, MAXIMUM_DECLARED_ATTRIBUTES * DECLARED_ATTRIBUTE_SIZE));
     while (!reader.atEnd()) {
         reader.readNext();
+        if (reader.isDTD()) {
+            reader.setEntityExpansionLimit(Expansion_Share(text, MAXIMUM_EXPANSION));
+        }
         Count_Token(reader, &counts);
-        const QString excess = Excess(reader, counts, text.size());
+        const QString excess = Excess(counts, text.size());
         if (!excess.isEmpty()) {
             *fault = Fault_At(excess, reader);
             return false;

@@ -39,3 +39,7 @@ helpers+=($!)
 rm -rf build/tour
 mkdir -p build/tour
 build/release/tests/tour/norvexa_tour examples build/tour
+
+for document in build/tour/*.pdf; do
+    pdftoppm -png -r 75 "$document" "${document%.pdf}_page"
+done

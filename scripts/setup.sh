@@ -6,7 +6,7 @@ packages=(
     # build
     g++ cmake ninja-build qtbase5-dev
     # tests and checks
-    libgtest-dev libgmock-dev clang-format clang-tidy
+    libgtest-dev libgmock-dev clang-format clang-tidy poppler-utils
     # the tour on a machine without a display
     xvfb openbox
     # fonts that the log, the report and the exports use

@@ -1,6 +1,7 @@
 #include "src/componentitemwidget.h"
 
 #include "core/numberedit.h"
+#include "core/teardown.h"
 #include "core/xmltext.h"
 #include "src/titlelabel.h"
 
@@ -103,13 +104,13 @@ QString Unit_Text(TComponentItemWidget::TRadioOptions options)
 {
     switch (options) {
     case TComponentItemWidget::INDEPENDENT_LINEAR:
-        return QObject::tr("Uc = f(expression) mm");
+        return TComponentItemWidget::tr("Uc = f(expression) mm");
     case TComponentItemWidget::INDEPENDENT_TEMPERATURE:
-        return QObject::tr("Uc = f(expression) C");
+        return TComponentItemWidget::tr("Uc = f(expression) C");
     case TComponentItemWidget::LENGTH_DEPENDENT_LINEAR:
-        return QObject::tr("Uc = f(expression) mm/m");
+        return TComponentItemWidget::tr("Uc = f(expression) mm/m");
     case TComponentItemWidget::LENGTH_DEPENDENT_TEMPERATURE:
-        return QObject::tr("Uc = f(expression) C/m");
+        return TComponentItemWidget::tr("Uc = f(expression) C/m");
     }
     return QString();
 }
@@ -134,10 +135,7 @@ TComponentItemWidget::TComponentItemWidget(QWidget* parent) : QWidget(parent)
 
 TComponentItemWidget::~TComponentItemWidget()
 {
-    // An editor that has the focus commits while it is deleted, when the page behind it is gone already.
-    for (const QObject* child : findChildren<QObject*>()) {
-        disconnect(child, nullptr, this, nullptr);
-    }
+    Disconnect_Children(this);
 }
 
 QString TComponentItemWidget::UCType() const

@@ -4,6 +4,7 @@
 #include "core/entrydelegate.h"
 #include "core/messagebox.h"
 #include "core/numberedit.h"
+#include "core/teardown.h"
 #include "core/xmltext.h"
 #include "src/iconbutton.h"
 #include "src/namedialog.h"
@@ -159,10 +160,7 @@ TComponentWidget::TComponentWidget(QWidget* parent) : QWidget(parent)
 
 TComponentWidget::~TComponentWidget()
 {
-    // An editor that has the focus commits while it is deleted, when the page behind it is gone already.
-    for (const QObject* child : findChildren<QObject*>()) {
-        disconnect(child, nullptr, this, nullptr);
-    }
+    Disconnect_Children(this);
 }
 
 QString TComponentWidget::Current_Identifier() const

@@ -1,5 +1,6 @@
 #include "src/norvexaeditor.h"
 
+#include "core/teardown.h"
 #include "src/reportwidget.h"
 
 #include <QAction>
@@ -50,10 +51,7 @@ TNorvexaEditor::TNorvexaEditor(QWidget* parent) : QMainWindow(parent)
 
 TNorvexaEditor::~TNorvexaEditor()
 {
-    // The pages go after the document has gone; nothing that they send on their way out may still arrive.
-    for (QObject* child : findChildren<QObject*>()) {
-        child->disconnect(this);
-    }
+    Disconnect_Children(this);
     qApp->disconnect(this);
 }
 

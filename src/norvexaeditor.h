@@ -93,6 +93,12 @@ public:
     /// The names that the collected group records use and that are no global variables.
     QStringList Report_Data_Variable_List() const;
 
+    // Export (norvexaeditor_export)
+
+    /// Adds the collected records, evaluated at `length` (mm), to the export records of the report page. False when the
+    /// group mixes linear and temperature items.
+    bool Update_Export(const double& length);
+
 public slots:
     // Tabs (norvexaeditor)
     void View_Budget_Data();
@@ -138,6 +144,7 @@ protected:
 
 private:
     class TScreenReport;
+    class TExportReport;
 
     static constexpr int REPORT_PAGE = 3;
 
@@ -206,6 +213,11 @@ private:
     void Collect_Local_Variables(TReportData* record);
     QStringList Offered_Identifiers(const QString& component) const;
     bool Is_Report_Range_Valid(double start, double end, double increment);
+
+    // Export (norvexaeditor_export)
+    QString Ask_For_Export_File();
+    bool Update_Exports(double start, double end, double increment);
+    void Write_Export(const QString& file_name);
 
     QTabWidget* d_tab_widget = nullptr;
     QTreeWidget* d_budget_tree = nullptr;

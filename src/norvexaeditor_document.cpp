@@ -180,6 +180,7 @@ void TNorvexaEditor::Update_Reportable_Components()
 void TNorvexaEditor::Write_Budget(const QString& file_name)
 {
     std::vector<TVariable> variables;
+    variables.reserve(static_cast<std::size_t>(d_variable_widget->Variable_Count()));
     for (int index = 0; index < d_variable_widget->Variable_Count(); ++index) {
         variables.push_back(d_variable_widget->Variable(index));
     }

@@ -16,6 +16,7 @@
 #include <QGridLayout>
 #include <QHeaderView>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
@@ -268,6 +269,10 @@ void TNorvexaEditor::Set_Initial_State()
 {
     resize(WINDOW_SIZE);
     setAcceptDrops(true);
+    // File managers offer a file's name as text too, which an editor would take instead of the window the file.
+    for (QLineEdit* editor : findChildren<QLineEdit*>()) {
+        editor->setAcceptDrops(false);
+    }
     setWindowTitle(tr("Norvexa Editor - Version 7.1"));
 
     d_last_directory = QDir::homePath();

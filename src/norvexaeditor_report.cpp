@@ -2,7 +2,9 @@
 
 #include "core/expressionnames.h"
 #include "core/number.h"
+#include "src/loggedreport.h"
 #include "src/reportgroupwidget.h"
+#include "src/reportrows.h"
 #include "src/reportwidget.h"
 #include "src/variablewidget.h"
 
@@ -11,32 +13,14 @@
 
 #include <algorithm>
 #include <cmath>
-#include <iterator>
 #include <limits>
 
 namespace {
 
-const int VALUE_DECIMALS = 6;
 const int POSITION_DECIMALS = 3;
 
 const int LENGTHS_PER_PAGE = 12;
 const int MAXIMUM_PAGES = 10;
-
-// Variables that depend on component and length; the records supply their values.
-bool Is_Record_Variable(const QString& name)
-{
-    return name == "CTEc" || name == "CTEd" || name == "Lc" || name == "L";
-}
-
-QString Value_Text(double value)
-{
-    return Fixed_Text(value, VALUE_DECIMALS);
-}
-
-QString Assignment_Text(const QString& name, double value)
-{
-    return QString("%1 = %2").arg(name, Value_Text(value));
-}
 
 TVariable Local_Variable(const QString& name, double value)
 {
@@ -57,72 +41,27 @@ bool Makes_Progress(double start, double end, double increment)
     return start + increment > start && end + increment > end;
 }
 
-TReportWidget::TReportItemData Page_Item(const TReportRow& row)
-{
-    TReportWidget::TReportItemData item;
-    item.name = row.name;
-    item.expression_type = row.expression_type;
-    item.expression = row.expression;
-    item.sensitivity = Value_Text(row.sensitivity);
-    item.distribution = row.distribution;
-    item.uc_type = row.uc_type;
-    item.divisor = row.divisor;
-    item.value_text = row.is_valid ? Value_Text(row.value) : QString("ERR");
-    item.value = row.value;
-    return item;
-}
-
 } // namespace
 
 // Writes a walk to the log and its rows to the report page.
-class TNorvexaEditor::TScreenReport : public TReportListener
+class TNorvexaEditor::TScreenReport : public TLoggedReport
 {
 public:
-    explicit TScreenReport(TNorvexaEditor* window) : d_window(window) {}
-
-    void Record_Started(const TReportRecord& record) override { d_window->Write_Log_Text(record.component); }
-
-    void Data_Variable_Set(const TReportRecord& /*record*/, const QString& name, double value) override
-    {
-        d_window->Write_Log_Text(QString(), Assignment_Text(name, value));
-    }
-
-    void Data_Variable_Failed(const TReportRecord& /*record*/, const QString& name) override
-    {
-        d_window->Write_Log_Text("ERR:  Variable", name);
-    }
-
-    void Local_Variable_Set(const TReportRecord& /*record*/, const QString& name, double value) override
-    {
-        d_window->Write_Log_Text(QString(), Assignment_Text(name, value));
-    }
+    using TLoggedReport::TLoggedReport;
 
     void Item_Evaluated(const TReportRecord& /*record*/, const TReportRow& row) override
     {
         const TReportWidget::TReportItemData item = Page_Item(row);
-        d_window->Write_Log_Text(QString(), row.unit_kind, item.expression_type, item.value_text, item.sensitivity,
+        Window()->Write_Log_Text(QString(), row.unit_kind, item.expression_type, item.value_text, item.sensitivity,
                                  item.distribution, Value_Text(item.divisor), item.name);
-    }
-
-    void Units_Mixed() override
-    {
-        d_window->Write_Log_Text(
-            "ERR:  Cannot mix linear and temperature expressions.  Use a variable to combine un-related items");
     }
 
     void Record_Finished(const TReportRecord& record, bool is_variable, const std::vector<TReportRow>& rows) override
     {
-        TReportWidget::TReportData data;
-        data.name = record.component;
-        data.identifier = record.identifier;
-        data.identifiers = d_window->Offered_Identifiers(record.component);
-        data.is_variable = is_variable;
-        std::transform(rows.begin(), rows.end(), std::back_inserter(data.items), Page_Item);
-        d_window->d_report_widget->Add_Report_Data(data);
+        TReportWidget::TReportData page_record = Page_Record(record, is_variable, rows);
+        page_record.identifiers = Window()->Offered_Identifiers(record.component);
+        Window()->d_report_widget->Add_Report_Data(page_record);
     }
-
-private:
-    TNorvexaEditor* d_window;
 };
 
 // Collection

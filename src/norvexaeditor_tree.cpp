@@ -368,7 +368,8 @@ TNorvexaData::TComponentInstance TNorvexaEditor::Current_Instance(int component)
 // "[Default]", an empty name and a name that the component does not have all mean the component itself.
 bool TNorvexaEditor::Is_Identifier(int component, const QString& identifier) const
 {
-    return identifier != d_default_identifier && d_norvexa.Component_Instance_Index(component, identifier) >= 0;
+    return !identifier.isEmpty() && identifier != d_default_identifier &&
+           d_norvexa.Component_Instance_Index(component, identifier) >= 0;
 }
 
 void TNorvexaEditor::Component_Identifier_Selected(const QString& identifier)

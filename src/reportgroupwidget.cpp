@@ -2,6 +2,7 @@
 
 #include "core/assertion.h"
 #include "core/entrydelegate.h"
+#include "core/teardown.h"
 #include "core/xmltext.h"
 #include "src/iconbutton.h"
 #include "src/namedialog.h"
@@ -45,6 +46,11 @@ TReportGroupWidget::TReportGroupWidget(QWidget* parent) : QWidget(parent)
     Create_Layout();
     Report_Group_Selection_Changed();
     Connect_Signals();
+}
+
+TReportGroupWidget::~TReportGroupWidget()
+{
+    Disconnect_Children(this);
 }
 
 void TReportGroupWidget::Create_Group_List()

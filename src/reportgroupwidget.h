@@ -22,6 +22,7 @@ class TReportGroupWidget : public QWidget
 
 public:
     explicit TReportGroupWidget(QWidget* parent = nullptr);
+    ~TReportGroupWidget() override;
 
     const std::vector<TGroup>& Groups() const;
     TGroup Group(int index) const;

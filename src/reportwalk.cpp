@@ -140,7 +140,8 @@ double Local_Variable_Value(const TReportRecord& record, const TVariable& variab
         return length;
     }
     if (variable.name == "Lc") {
-        return record.length > 0.0 ? std::trunc(length / (record.length * LENGTH_COUNT_MARGIN)) : 0.0;
+        // The sum makes the negative zero that a short way to the left of 0 leaves an ordinary one.
+        return record.length > 0.0 ? std::trunc(length / (record.length * LENGTH_COUNT_MARGIN)) + 0.0 : 0.0;
     }
     return variable.value;
 }

@@ -62,7 +62,7 @@ QStringList Item_Texts(const TReportWidget::TReportItemData& item)
             item.sensitivity, item.distribution, item.value_text};
 }
 
-/// The rows of the same table that choose no identifier.
+/// An item's row chooses no identifier, so nothing in it can be edited.
 QTreeWidgetItem* Create_Item_Row(const TReportWidget::TReportItemData& item)
 {
     auto* row = new QTreeWidgetItem(Item_Texts(item));

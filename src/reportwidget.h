@@ -1,9 +1,14 @@
 #pragma once
 
+#include "core/vector2.h"
+
+#include <QHash>
+#include <QPair>
 #include <QString>
 #include <QStringList>
 #include <QWidget>
 
+#include <cstddef>
 #include <vector>
 
 class QComboBox;
@@ -16,6 +21,10 @@ class TOptionEditorWidget;
 /// uncertainty, lets the user choose the identifier of each component, and starts the exports. Everything but the
 /// combined uncertainty is computed by the receiver of Create_Report, which fills the page in one cycle:
 /// Clear_Report, Start_Report_Update, Add_Report_Data for each record, End_Report_Update, Update_Status_Display.
+///
+/// An export is filled in the same way by the receiver of Create_Export_Report: Clear_Export, then for each length
+/// Add_Export_Variable_Data and Add_Export_Data, at the end Update_Export_Uncertainty_Data, Format_Export_Data and one
+/// of the writers.
 class TReportWidget : public QWidget
 {
     Q_OBJECT
@@ -60,6 +69,42 @@ public:
         std::vector<TReportVariable> variables;
     };
 
+    /// One item of a reported component over all lengths of an export.
+    struct TExportData
+    {
+        QString component;
+        TReportItemData item; ///< as it was at the first length
+        QString identifier;
+        bool is_variable = false; ///< belongs to a report data variable, not to an entry of the group
+        std::vector<double> values;
+        std::vector<double> positions; ///< the lengths in mm, parallel to the values
+    };
+
+    /// One variable over all lengths of an export.
+    struct TExportVariableData
+    {
+        QString source; ///< the component that the variable belongs to or stands for; empty for a global variable
+        QString name;
+        std::vector<double> values; ///< one for each length
+    };
+
+    /// Comma-separated lines. Both copies have the same lines and cells; the numbers of the second are rounded to what
+    /// fits into the columns of a page.
+    struct TFormattedLines
+    {
+        std::vector<QString> csv;
+        std::vector<QString> pdf;
+    };
+
+    /// The sections of an export, in the order in which they are written.
+    struct TExportLines
+    {
+        TFormattedLines budget_definition;
+        TFormattedLines global_variables;
+        TFormattedLines budget_data; ///< with the combined uncertainty as its last line
+        TFormattedLines formula;     ///< two lines, for K = 1 and K = 2
+    };
+
     explicit TReportWidget(QWidget* parent = nullptr);
 
     // Report groups
@@ -94,6 +139,39 @@ public:
     /// A TOutputMode.
     int Output_Mode() const;
 
+    /// Forgets everything that was collected, calculated and formatted.
+    void Clear_Export();
+
+    /// Adds the items of `record`, evaluated at `length` (mm).
+    void Add_Export_Data(const TReportData& record, const double& length);
+
+    /// Adds the value of the item at `length` (mm) to the record of the same component, item and variable flag that has
+    /// no value at this length yet, or to a copy of `added` where there is none.
+    void Add_Export_Data(const TExportData& added, const double& length);
+
+    /// Adds the values to the record of the same source and name, or a copy of `added` where there is none.
+    void Add_Export_Variable_Data(const TExportVariableData& added);
+
+    /// Calculates the combined standard uncertainty of the group's records at each length of the first record.
+    void Update_Export_Uncertainty_Data();
+
+    /// Makes the lines that the writers write, the fitted formula included.
+    void Format_Export_Data();
+
+    /// The cells of one formatted line, without the quotes that enclose a cell.
+    QStringList Split_CSV_Data(const QString& line) const;
+
+    /// Replaces `file` in one step by the formatted lines in Latin-1. On failure Last_Error has the reason and the old
+    /// file is still there.
+    bool Write_Export_CSV_Data(const QString& file) const;
+
+    /// Prints the formatted lines into `file`, directly and silently: what cannot be created or not be written whole
+    /// is missing or cut, and the caller looks.
+    void Write_Export_PDF_Data(const QString& file) const;
+
+    /// Why the last CSV file was not written; empty if it was.
+    QString Last_Error() const;
+
 public slots:
     /// Asks for the report of the chosen group, or clears the page if none is chosen.
     void Generate_Report();
@@ -110,6 +188,8 @@ signals:
     void Create_Export_Report(const QString& group);
 
 private:
+    using TNames = QPair<QString, QString>;
+
     void Create_Group_Box();
     void Create_Table();
     void Create_Status();
@@ -125,6 +205,8 @@ private:
     void Return_To_Row(int index, const QString& component);
     void Enable_Exports(bool enabled);
 
+    TExportData* Record_To_Grow(const TExportData& added, double length);
+
     QComboBox* d_group_box;
     TOptionEditorWidget* d_table;
     QLabel* d_status;
@@ -135,4 +217,13 @@ private:
     bool d_is_updating = false;
     bool d_table_was_blocked = false;
     int d_output_mode = OUTPUT_PDF;
+
+    // The hashes give the positions of the records, because every length looks up all of them.
+    std::vector<TExportData> d_export_records;
+    std::vector<TExportVariableData> d_export_variables;
+    QHash<QPair<bool, TNames>, std::vector<std::size_t>> d_export_record_positions;
+    QHash<TNames, std::size_t> d_export_variable_positions;
+    std::vector<TVector2> d_uncertainty_points; ///< x: length in mm, y: combined standard uncertainty in mm
+    TExportLines d_export_lines;
+    mutable QString d_last_error;
 };

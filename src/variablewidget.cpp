@@ -363,20 +363,27 @@ void TVariableWidget::Remove_Variable()
 void TVariableWidget::Variable_Selection_Changed()
 {
     const bool is_user_variable = Is_User_Row(Selected_Row());
+    const bool has_focus = d_rename_button->hasFocus() || d_remove_button->hasFocus();
 
+    // A disabled button would hand its focus on to a number field, and the next key would overwrite the number.
+    if (has_focus && !is_user_variable) {
+        d_variable_list->setFocus();
+    }
     d_rename_button->setEnabled(is_user_variable);
     d_remove_button->setEnabled(is_user_variable);
 }
 
 void TVariableWidget::Variable_Selection_List_Changed(int row, const QString& text)
 {
-    const auto variable = std::find_if(d_variables.begin(), d_variables.end(),
+    const QString description = text == NO_SELECTION ? QString() : text;
+    const auto variable = std::find_if(d_variables.begin() + BUILT_IN_COUNT, d_variables.end(),
                                        [row](const TVariable& candidate) { return candidate.index == row; });
 
-    if (variable == d_variables.end()) {
+    // Choosing the entry shown is a change only where it stands for a description that is not offered.
+    if (variable == d_variables.end() || variable->description == description) {
         return;
     }
-    variable->description = text == NO_SELECTION ? QString() : text;
+    variable->description = description;
     emit Variable_Changed();
 }
 

@@ -212,6 +212,7 @@ TEST(TExpression, Asserts_the_index_of_a_variable)
     const TExpression expression = Expression_With({{"L", 2.0}});
     const std::string condition = ": static_cast<unsigned int>(index) < d_variables.size()\n";
 
+    EXPECT_EXIT(expression.Variable(-1), KilledBySignal(SIGABRT), Eq("../core/expression.cpp: Variable" + condition));
     EXPECT_EXIT(expression.Variable(1), KilledBySignal(SIGABRT), Eq("../core/expression.cpp: Variable" + condition));
     EXPECT_EXIT(expression.Variable_Name(-1), KilledBySignal(SIGABRT),
                 Eq("../core/expression.cpp: Variable_Name" + condition));
@@ -333,6 +334,7 @@ INSTANTIATE_TEST_SUITE_P(
                       TValueRow{"Nan", "nan", INVALID}, TValueRow{"Inf", "inf", INVALID},
                       TValueRow{"Arabic_digits", QString::fromUtf8("٣"), INVALID},
                       TValueRow{"Many_digits", "3." + QString(1000, '3'), Valid(10.0 / 3.0)},
+                      TValueRow{"Too_small", "0." + QString(400, '0') + "1", INVALID},
                       TValueRow{"Too_large", QString(400, '9'), INVALID},
                       TValueRow{"Too_large_before_operator", QString(400, '9') + "*2", INVALID}),
     Row_Name<TValueRow>);
@@ -404,16 +406,28 @@ INSTANTIATE_TEST_SUITE_P(
                       TValueRow{"Root_of_group_left_open", "SQRT((4)", INVALID},
                       TValueRow{"Sum_of_leading_group", "SUMSQ((3),4)", INVALID},
                       TValueRow{"Sum_of_signed_group", "SUMSQ(+(3),4)", Valid(5.0)},
-                      TValueRow{"Endless_part_contributes_nothing", "SUMSQ((1,2)", Valid(2.0)},
-                      TValueRow{"Endless_middle_part", "SUMSQ(3,(1,4)", INVALID},
-                      TValueRow{"Group_parted_by_comma", "SUMSQ(3,(1,2),4)", Valid(5.0)},
-                      TValueRow{"Endless_last_part", "SUMSQ(3,2*(1,2),2*(1", INVALID},
+                      TValueRow{"Sum_left_open_by_a_group", "SUMSQ(3,(1,4)", INVALID},
+                      TValueRow{"Invalid_open_group_as_first_part", "SUMSQ((X,2)", Valid(2.0)},
+                      TValueRow{"Invalid_group_parted_by_comma", "SUMSQ(3,(X,2),4)", Valid(5.0)},
+                      TValueRow{"Sum_parted_by_comma", "SUMSQ(3,SUMSQ(1,2),4)", Valid(5.0)},
                       TValueRow{"Nested_sum_is_parted", "SUMSQ(SUMSQ(1,2),3)", Valid(3.0)},
                       TValueRow{"Nested_sum_of_one_part", "SUMSQ(SUMSQ(3),4)", Valid(5.0)},
                       TValueRow{"Nested_sum_as_last_part", "SUMSQ(3,SUMSQ(1,4))", INVALID},
                       TValueRow{"Invalid_part_with_open_operators", "SUMSQ(1+2*3^X,3)+1", Valid(4.0)},
                       TValueRow{"Invalid_part_deep_down", "2*SUMSQ(1+(2*(3^(X))),3)+1", Valid(7.0)}),
     Row_Name<TValueRow>);
+
+// The rules would go round for ever: not even a sum whose last part is valid has a value.
+INSTANTIATE_TEST_SUITE_P(Endless, TExpression_Values,
+                         ::testing::Values(TValueRow{"First_part", "SUMSQ((1,2)", INVALID},
+                                           TValueRow{"First_part_behind_operator", "SUMSQ(1+2*(3),(1,2),4)", INVALID},
+                                           TValueRow{"Group_parted_by_comma", "SUMSQ(3,(1,2),4)", INVALID},
+                                           TValueRow{"Group_that_closes_another", "SUMSQ((1+(2),3)", INVALID},
+                                           TValueRow{"Sum_of_group_within_a_part", "SUMSQ(1+SUMSQ((4)),3)", INVALID},
+                                           TValueRow{"Part_before_more", "1+SUMSQ((1,2)*3", INVALID},
+                                           TValueRow{"Root_of_group_within_a_part", "SUMSQ(1+SQRT((4)),3)", INVALID},
+                                           TValueRow{"Groups_within_an_open_one", "SUMSQ((((1,2)),3)", INVALID}),
+                         Row_Name<TValueRow>);
 
 // Substitution
 
@@ -451,6 +465,7 @@ INSTANTIATE_TEST_SUITE_P(
                       TSubstitutionRow{"Sign_before_negative_is_lost", {{"A", -3.0}}, "-A", Valid(-3.0)},
                       TSubstitutionRow{"Negative_argument", {{"X", -1.5}}, "SQRT(X*2)", INVALID},
                       TSubstitutionRow{"Negative_later_in_argument", {{"X", -1.5}}, "SQRT(2*X)", Valid(NOT_A_NUMBER)},
+                      TSubstitutionRow{"Negative_argument_within_a_sum", {{"X", -1.5}}, "SUMSQ(SQRT(X*2),3)", INVALID},
                       TSubstitutionRow{"Negative_first_part", {{"X", -3.0}}, "SUMSQ(X,4)", INVALID},
                       TSubstitutionRow{"Negative_last_part", {{"X", -3.0}}, "SUMSQ(4,X)", Valid(5.0)},
                       TSubstitutionRow{"Negative_only_part", {{"X", -3.0}}, "SUMSQ(X)", INVALID},
@@ -533,6 +548,16 @@ TEST(TExpression, Replaces_thousands_of_matches)
     const TExpression expression = Expression_With({{"A", 0.5}, {"B", -0.5}});
 
     EXPECT_EQ(Evaluated(expression, "0" + QString("+A-B").repeated(DEEP), true), Valid(DEEP));
+}
+
+TEST(TExpression, Never_meets_a_pattern_of_excessive_size)
+{
+    const QString nested = QString("(").repeated(DEEP) + "A" + QString(")").repeated(DEEP);
+
+    EXPECT_EQ(Evaluated(Expression_With({{nested, 2.0}}), "A", false), INVALID);
+    EXPECT_EQ(Evaluated(Expression_With({{"((A{1,900}){900}){900,}", 2.0}}), "A", false), INVALID);
+    EXPECT_EQ(Evaluated(Expression_With({{"A{1,99}", 2.0}}), "AAA", true), Valid(2.0));
+    EXPECT_EQ(Evaluated(Expression_With({{QString(DEEP, 'A'), 2.0}}), QString(DEEP, 'a'), true), Valid(2.0));
 }
 
 TEST(TExpression, Writes_and_reads_numbers_with_a_point_under_every_locale)
@@ -625,6 +650,7 @@ INSTANTIATE_TEST_SUITE_P(Rows, TExpression_Functions,
                                            TFunctionRow{"Invalid_argument", "SQRT(X)", INVALID, 6},
                                            TFunctionRow{"Invalid_first_part", "SUMSQ(X,3)", Valid(3.0), 9},
                                            TFunctionRow{"Invalid_last_part", "SUMSQ(3,X)", {3.0, false}, 9},
+                                           TFunctionRow{"Endless_first_part", "SUMSQ((1,2)", INVALID, 10},
                                            TFunctionRow{"Not_closed", "SQRT(4", INVALID, UNTOUCHED},
                                            TFunctionRow{"Opened_only", "SUMSQ(", INVALID, UNTOUCHED},
                                            TFunctionRow{"Leading_group_not_closed", "SQRT((4", INVALID, UNTOUCHED},
@@ -738,22 +764,24 @@ INSTANTIATE_TEST_SUITE_P(
                       TDeepRow{"Empty_groups", "", "(", "", ")", "", INVALID}),
     Row_Name<TDeepRow>);
 
-INSTANTIATE_TEST_SUITE_P(Unbalanced, TExpression_Depth,
-                         ::testing::Values(TDeepRow{"Opening", "", "(", "", "", "", INVALID},
-                                           TDeepRow{"Opening_before_a_number", "", "(", "1", "", "", INVALID},
-                                           TDeepRow{"Opening_behind_operators", "", "1+(", "1", "", "", INVALID},
-                                           TDeepRow{"One_closing_too_few", "(", "(", "1", ")", "", INVALID},
-                                           TDeepRow{"One_closing_too_many", "", "(", "1", ")", ")", INVALID},
-                                           TDeepRow{"Closing", "", ")", "", "", "", INVALID},
-                                           TDeepRow{"Roots", "", "SQRT(", "", "", "", INVALID},
-                                           TDeepRow{"Sums", "", "SUMSQ(", "", "", "", INVALID},
-                                           TDeepRow{"Sums_of_groups", "", "SUMSQ((", "", "", "", INVALID},
-                                           TDeepRow{"Roots_of_groups", "", "SQRT((", "1", "))", "", INVALID},
-                                           TDeepRow{"Groups_before_an_open_one", "", "(1)+", "(1", "", "", INVALID},
-                                           TDeepRow{"Endless_parts", "SUMSQ(", "0+(1,", "2", ")", ",3)", Valid(3.0)},
-                                           TDeepRow{"Sums_of_endless_groups", "SUMSQ(", "((((1,", "2", "))))", ",3)",
-                                                    INVALID}),
-                         Row_Name<TDeepRow>);
+INSTANTIATE_TEST_SUITE_P(
+    Unbalanced, TExpression_Depth,
+    ::testing::Values(TDeepRow{"Opening", "", "(", "", "", "", INVALID},
+                      TDeepRow{"Opening_before_a_number", "", "(", "1", "", "", INVALID},
+                      TDeepRow{"Opening_behind_operators", "", "1+(", "1", "", "", INVALID},
+                      TDeepRow{"One_closing_too_few", "(", "(", "1", ")", "", INVALID},
+                      TDeepRow{"One_closing_too_many", "", "(", "1", ")", ")", INVALID},
+                      TDeepRow{"Closing", "", ")", "", "", "", INVALID},
+                      TDeepRow{"Roots", "", "SQRT(", "", "", "", INVALID},
+                      TDeepRow{"Sums", "", "SUMSQ(", "", "", "", INVALID},
+                      TDeepRow{"Sums_of_groups", "", "SUMSQ((", "", "", "", INVALID},
+                      TDeepRow{"Roots_of_groups", "", "SQRT((", "1", "))", "", INVALID},
+                      TDeepRow{"Groups_before_an_open_one", "", "(1)+", "(1", "", "", INVALID},
+                      TDeepRow{"Endless_parts", "SUMSQ(", "0+(1,", "2", ")", ",3)", INVALID},
+                      TDeepRow{"Invalid_open_parts", "SUMSQ(", "0+(X,", "2", ")", ",3)", Valid(3.0)},
+                      TDeepRow{"Invalid_open_groups_in_a_part", "SUMSQ(0+", "(", "X,3", ")", ",4)", Valid(4.0)},
+                      TDeepRow{"Sums_of_endless_groups", "SUMSQ(", "((((1,", "2", "))))", ",3)", INVALID}),
+    Row_Name<TDeepRow>);
 
 INSTANTIATE_TEST_SUITE_P(Long, TExpression_Depth,
                          ::testing::Values(TDeepRow{"Sum", "1", "+1", "", "", "", Valid(DEEP + 1.0)},
@@ -767,6 +795,13 @@ INSTANTIATE_TEST_SUITE_P(Long, TExpression_Depth,
                                            TDeepRow{"Digits", "", "0", "7", "", "", Valid(7.0)},
                                            TDeepRow{"Letters", "", "A", "", "", "", INVALID}),
                          Row_Name<TDeepRow>);
+
+TEST(TExpression, Evaluates_a_hundred_thousand_nested_groups)
+{
+    const QString text = QString("1+(").repeated(DEEP) + "1" + QString(")").repeated(DEEP);
+
+    EXPECT_EQ(Evaluated(TExpression(), text, true), Valid(DEEP + 1.0));
+}
 
 // Comparison with the literal rules
 

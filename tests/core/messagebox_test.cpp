@@ -14,8 +14,6 @@
 
 #include <gtest/gtest.h>
 
-#include <vector>
-
 namespace {
 
 class TMessageBoxTest : public ::testing::Test
@@ -33,6 +31,15 @@ protected:
 
     TMessageBox d_box;
 };
+
+TEST_F(TMessageBoxTest, Belongs_to_its_parent)
+{
+    QWidget parent;
+    const TMessageBox box(&parent);
+
+    EXPECT_EQ(box.parentWidget(), &parent);
+    EXPECT_TRUE(box.isWindow());
+}
 
 TEST_F(TMessageBoxTest, Shows_rich_text)
 {

@@ -4,6 +4,7 @@
 #include "tests/support/qtprinters.h"
 
 #include <QApplication>
+#include <QLocale>
 #include <QTest>
 
 #include <gtest/gtest.h>
@@ -84,6 +85,34 @@ TEST_F(TNumberEditTest, The_error_goes_with_its_cause)
     EXPECT_FALSE(Shows_Error());
     EXPECT_EQ(d_edit.palette().color(QPalette::Base), QApplication::palette().color(QPalette::Base));
     EXPECT_EQ(d_edit.toolTip(), "The scale's resolution");
+}
+
+TEST_F(TNumberEditTest, The_error_goes_when_the_program_shows_a_number)
+{
+    Replace_Text(&d_edit, "1,5");
+
+    d_edit.Set_Value(1.5, 2);
+
+    EXPECT_EQ(d_edit.text(), "1.50");
+    EXPECT_FALSE(Shows_Error());
+    EXPECT_EQ(d_edit.toolTip(), "The scale's resolution");
+}
+
+TEST_F(TNumberEditTest, The_point_is_the_separator_under_a_locale_with_a_comma)
+{
+    QLocale::setDefault(QLocale(QLocale::German));
+    TNumberEdit edit;
+    edit.Set_Value(1234.5, 2);
+    const QString shown = edit.text();
+    edit.setText("12,5");
+    const double comma = edit.Value();
+    edit.setText("12.5");
+    const double point = edit.Value();
+    QLocale::setDefault(QLocale::c());
+
+    EXPECT_EQ(shown, "1234.50");
+    EXPECT_EQ(comma, 0.0);
+    EXPECT_EQ(point, 12.5);
 }
 
 TEST_F(TNumberEditTest, The_hint_follows_the_text_from_one_error_to_the_next)

@@ -12,10 +12,14 @@
 #include <QSignalSpy>
 #include <QTemporaryDir>
 #include <QTest>
+#include <QTimer>
 #include <QToolButton>
 
 #include <gtest/gtest.h>
 
+#include <memory>
+#include <string>
+#include <tuple>
 #include <vector>
 
 namespace {
@@ -84,6 +88,16 @@ protected:
         return QTest::qWaitFor([this]() { return !Has_Editor(); });
     }
 
+    // Opens the list of choices by the keyboard.
+    static void Open_List(const QComboBox* combo)
+    {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F4);
+        if (!QTest::qWaitFor([combo]() { return combo->view()->hasFocus(); })) {
+            Fail_Missing("opened list of choices");
+        }
+    }
+
+    const int d_double_click_interval = QApplication::doubleClickInterval();
     QWidget d_window;
     TOptionEditorWidget* d_list = new TOptionEditorWidget(&d_window);
     QLineEdit* d_other = new QLineEdit(&d_window);
@@ -322,6 +336,18 @@ TEST_F(TOptionEditorWidgetTest, Edit_List_Changed_changes_the_text_and_emits_the
     EXPECT_EQ(spy.at(0), QVariantList({int(LIST), "Probe"}));
 }
 
+TEST_F(TOptionEditorWidgetTest, A_receiver_of_a_choice_reads_the_new_value)
+{
+    Fill();
+    QString value;
+    QObject::connect(d_list, &TOptionEditorWidget::SelectionListItemChanged,
+                     [this, &value](int index) { value = d_list->OptionResult(index); });
+
+    d_list->Edit_List_Changed(LIST, "Probe");
+
+    EXPECT_EQ(value, "Probe");
+}
+
 // --- Editing -------------------------------------------------------------------------------------------------------
 
 TEST_F(TOptionEditorWidgetTest, The_first_column_never_opens_an_editor)
@@ -353,12 +379,16 @@ TEST_F(TOptionEditorWidgetTest, Columns_after_the_second_never_open_an_editor)
 TEST_F(TOptionEditorWidgetTest, A_row_that_is_no_option_opens_no_editor)
 {
     Fill_And_Show();
-    auto* item = new QTreeWidgetItem(d_list, {"Item", "text"});
-    item->setFlags(PLAIN_FLAGS);
 
-    Click_Entry(d_list, Cell(6));
+    for (const QVariant& kind : {QVariant(), QVariant(0), QVariant(5), QVariant("1"), QVariant(1.0)}) {
+        auto* item = new QTreeWidgetItem(d_list, {"Item", "text"});
+        item->setFlags(PLAIN_FLAGS);
+        item->setData(1, Qt::UserRole, kind);
 
-    EXPECT_FALSE(Has_Editor());
+        Click_Entry(d_list, Cell(d_list->topLevelItemCount() - 1));
+
+        EXPECT_FALSE(Has_Editor());
+    }
 }
 
 TEST_F(TOptionEditorWidgetTest, Editors_are_frameless_opaque_and_carry_the_options_name)
@@ -616,16 +646,144 @@ TEST_F(TOptionEditorWidgetTest, Choosing_from_the_opened_list_changes_the_value_
     EXPECT_EQ(d_list->OptionResult(OTHER_LIST), "[no selection]");
 }
 
-TEST_F(TOptionEditorWidgetTest, Choosing_the_entry_that_is_shown_emits_nothing)
+TEST_F(TOptionEditorWidgetTest, Choosing_the_entry_that_is_shown_by_mouse_emits_it_once)
 {
     Fill_And_Show();
     const QSignalSpy spy(d_list, &TOptionEditorWidget::SelectionListItemChanged);
+    auto* combo = Edit<QComboBox>(LIST);
 
-    Choose_Entry(Edit<QComboBox>(LIST), "Scale");
+    Choose_Entry(combo, "Scale");
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy.at(0), QVariantList({int(LIST), "Scale"}));
+    EXPECT_EQ(d_list->OptionResult(LIST), "Scale");
+
+    Choose_Entry(combo, "Scale");
+    EXPECT_EQ(spy.count(), 2);
+    QTest::keyClick(combo, Qt::Key_Return);
+    EXPECT_TRUE(Closes_Editor());
+    EXPECT_EQ(spy.count(), 2);
+}
+
+TEST_F(TOptionEditorWidgetTest, Choosing_the_entry_that_is_shown_by_Return_emits_it_once)
+{
+    Fill_And_Show();
+    const QSignalSpy spy(d_list, &TOptionEditorWidget::SelectionListItemChanged);
+    const auto* combo = Edit<QComboBox>(OTHER_LIST);
+
+    Open_List(combo);
+    QTest::keyClick(combo->view(), Qt::Key_Return);
+
+    ASSERT_TRUE(QTest::qWaitFor([combo]() { return !combo->view()->isVisible(); }));
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy.at(0), QVariantList({int(OTHER_LIST), "Probe"}));
+    EXPECT_EQ(d_list->OptionResult(OTHER_LIST), "Probe");
+}
+
+TEST_F(TOptionEditorWidgetTest, Choosing_another_entry_by_Return_emits_it_once)
+{
+    Fill_And_Show();
+    const QSignalSpy spy(d_list, &TOptionEditorWidget::SelectionListItemChanged);
+    const auto* combo = Edit<QComboBox>(LIST);
+
+    Open_List(combo);
+    QTest::keyClick(combo->view(), Qt::Key_Up);
+    EXPECT_EQ(spy.count(), 0);
+    QTest::keyClick(combo->view(), Qt::Key_Return);
+
+    ASSERT_TRUE(QTest::qWaitFor([combo]() { return !combo->view()->isVisible(); }));
+    ASSERT_EQ(spy.count(), 1);
+    EXPECT_EQ(spy.at(0), QVariantList({int(LIST), "[no selection]"}));
+}
+
+TEST_F(TOptionEditorWidgetTest, Keys_that_go_back_to_the_entry_after_a_list_was_left_emit_each_step_once)
+{
+    Fill_And_Show();
+    const QSignalSpy spy(d_list, &TOptionEditorWidget::SelectionListItemChanged);
+    auto* combo = Edit<QComboBox>(LIST);
+    Open_List(combo);
+    QTest::keyClick(combo->view(), Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitFor([combo]() { return !combo->view()->isVisible(); }));
+
+    QTest::keyClick(combo, Qt::Key_Down);
+    QTest::keyClick(combo, Qt::Key_Down); // already the last
+    QTest::keyClick(combo, Qt::Key_Up);
+
+    ASSERT_EQ(spy.count(), 2);
+    EXPECT_EQ(spy.at(0), QVariantList({int(LIST), "Probe"}));
+    EXPECT_EQ(spy.at(1), QVariantList({int(LIST), "Scale"}));
+}
+
+TEST_F(TOptionEditorWidgetTest, A_slow_click_that_opens_the_list_and_is_released_over_the_entry_emits_nothing)
+{
+    Fill_And_Show();
+    const QSignalSpy spy(d_list, &TOptionEditorWidget::SelectionListItemChanged);
+    auto* combo = Edit<QComboBox>(LIST);
+    Open_List(combo);
+    QTest::keyClick(combo->view(), Qt::Key_Escape);
+    ASSERT_TRUE(QTest::qWaitFor([combo]() { return combo->hasFocus(); }));
+    const QSignalSpy taken_for_a_choice(combo, qOverload<int>(&QComboBox::activated));
+    QApplication::setDoubleClickInterval(1); // any later release is a slow one
+
+    QTest::mousePress(combo, Qt::LeftButton);
+    QWidget* list = combo->view()->viewport();
+    ASSERT_TRUE(QTest::qWaitFor([list]() { return list->isVisible(); }));
+    const QPoint entry = combo->view()->visualRect(combo->view()->currentIndex()).center();
+    const bool is_released = QTest::qWaitFor([list, entry, combo]() {
+        QTest::mouseRelease(list, Qt::LeftButton, Qt::NoModifier, entry);
+        return !combo->view()->isVisible();
+    });
+
+    QApplication::setDoubleClickInterval(d_double_click_interval);
+    EXPECT_TRUE(is_released);
+    EXPECT_EQ(taken_for_a_choice.count(), 1); // by Qt
+    EXPECT_EQ(spy.count(), 0);
+    EXPECT_EQ(d_list->OptionResult(LIST), "Scale");
+}
+
+// The keys that leave a selection list without a choice.
+struct TLeave
+{
+    const char* case_name;
+    QKeySequence list_key; // leaves the opened list; empty where it is not opened at all
+    Qt::Key editor_key;
+};
+
+void PrintTo(const TLeave& row, std::ostream* stream)
+{
+    *stream << row.case_name;
+}
+
+class TOptionEditorLeaveTest : public TOptionEditorWidgetTest, public ::testing::WithParamInterface<TLeave>
+{};
+
+TEST_P(TOptionEditorLeaveTest, Emits_nothing_and_leaves_the_value)
+{
+    Fill_And_Show();
+    const QSignalSpy spy(d_list, &TOptionEditorWidget::SelectionListItemChanged);
+    auto* combo = Edit<QComboBox>(LIST);
+
+    if (!GetParam().list_key.isEmpty()) {
+        Open_List(combo);
+        QTest::keyClick(combo->view(), Qt::Key_Down);
+        QTest::keySequence(combo->view(), GetParam().list_key);
+        ASSERT_TRUE(QTest::qWaitFor([combo]() { return combo->hasFocus(); }));
+        EXPECT_EQ(combo->currentText(), "Scale");
+    }
+    QTest::keyClick(combo, GetParam().editor_key);
+    EXPECT_TRUE(QTest::qWaitFor([this, combo]() { return Open_Editor<QComboBox>(d_list) != combo; }));
 
     EXPECT_EQ(spy.count(), 0);
     EXPECT_EQ(d_list->OptionResult(LIST), "Scale");
 }
+
+INSTANTIATE_TEST_SUITE_P(, TOptionEditorLeaveTest,
+                         ::testing::Values(TLeave{"Editor_by_Escape", {}, Qt::Key_Escape},
+                                           TLeave{"Editor_by_Return", {}, Qt::Key_Return},
+                                           TLeave{"Editor_by_Tab", {}, Qt::Key_Tab},
+                                           TLeave{"List_by_Escape", Qt::Key_Escape, Qt::Key_Return},
+                                           TLeave{"List_by_F4", Qt::Key_F4, Qt::Key_Return},
+                                           TLeave{"List_by_Alt_and_Down", QKeySequence("Alt+Down"), Qt::Key_Return}),
+                         [](const auto& test) { return test.param.case_name; });
 
 TEST_F(TOptionEditorWidgetTest, A_receiver_may_clear_and_fill_the_list_while_its_editor_is_open)
 {
@@ -674,10 +832,171 @@ TEST_F(TOptionEditorWidgetTest, A_choice_arrives_in_its_row_after_a_row_before_i
     EXPECT_EQ(d_list->OptionResult(LIST), "Scale");
 }
 
-TEST_F(TOptionEditorWidgetTest, The_list_may_go_while_an_editor_is_open)
+TEST_F(TOptionEditorWidgetTest, A_receiver_may_clear_and_fill_the_list_when_the_entry_shown_was_chosen)
 {
     Fill_And_Show();
-    Replace_Text(Edit<QLineEdit>(TEXT), "new");
+    int choices = 0;
+    QObject::connect(d_list, &TOptionEditorWidget::SelectionListItemChanged, [this, &choices]() {
+        ++choices;
+        d_list->clear();
+        Fill();
+    });
+
+    Choose_Entry(Edit<QComboBox>(LIST), "Scale");
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    EXPECT_EQ(choices, 1);
+    EXPECT_FALSE(Has_Editor());
+    EXPECT_EQ(QApplication::focusWidget(), d_list);
+}
+
+// --- The end of a list whose editor is open ------------------------------------------------------------------------
+
+// A page that owns a list and listens to the user's acts in it. The connections outlive the page's own part.
+class TOptionPage : public QWidget
+{
+public:
+    explicit TOptionPage(QStringList* heard) : d_heard(heard)
+    {
+        d_list->resize(500, 250);
+        connect(d_list, &TOptionEditorWidget::SelectionListItemChanged, this, &TOptionPage::Hear_Choice);
+        connect(d_list, &QTreeWidget::itemSelectionChanged, this, &TOptionPage::Hear_Selection);
+    }
+
+    void Hear_Choice() { d_heard->append("choice " + d_name); }
+    void Hear_Selection() { d_heard->append("selection " + d_name); }
+
+    TOptionEditorWidget* List() const { return d_list; }
+
+private:
+    QStringList* d_heard;
+    QString d_name = "page"; // gone as soon as the page is half destroyed
+    TOptionEditorWidget* d_list = new TOptionEditorWidget(this);
+};
+
+enum class TEnd
+{
+    LIST,
+    PAGE,
+    PAGE_THAT_IS_A_WINDOW,
+    WINDOW
+};
+
+// Which of them is deleted, and the row whose editor has the focus then.
+class TOptionEditorEndTest : public ::testing::TestWithParam<std::tuple<TEnd, int>>
+{
+protected:
+    enum TRow
+    {
+        TEXT,
+        PATH,
+        DATE_TIME,
+        LIST,
+        OPENED_LIST
+    };
+
+    void Fill_And_Show()
+    {
+        TOptionEditorWidget* list = d_page->List();
+        list->AddLineEditorOption("Text", "value");
+        list->AddPathEditorOption("Path", "/");
+        list->AddDateTimeEditorOption("Date", QDateTime(QDate(2024, 2, 29), QTime(15, 5, 9)));
+        list->AddSelectionList("List", CHOICES, 1);
+        list->AddSelectionList("Opened list", CHOICES, 1);
+        if (d_end != TEnd::PAGE_THAT_IS_A_WINDOW) {
+            d_page->setParent(d_window.get());
+        }
+        d_page->resize(500, 250);
+        d_window->resize(500, 250);
+        Show_Active(d_page->window());
+    }
+
+    // Opens the editor and leaves it with something to commit, or with its list of choices open.
+    void Edit()
+    {
+        TOptionEditorWidget* list = d_page->List();
+        Click_Entry(list, list->model()->index(d_row, 1));
+        QWidget* editor = Open_Editor<QWidget>(list);
+        ASSERT_NE(editor, nullptr);
+        if (d_row < LIST) {
+            QTest::keyClick(editor, Qt::Key_1);
+        } else if (d_row == OPENED_LIST) {
+            QTest::keyClick(editor, Qt::Key_F4);
+            const auto* choices = qobject_cast<QComboBox*>(editor)->view();
+            ASSERT_TRUE(QTest::qWaitFor([choices]() { return choices->hasFocus(); }));
+        }
+    }
+
+    void Delete()
+    {
+        switch (d_end) {
+        case TEnd::LIST:
+            delete d_page->List();
+            break;
+        case TEnd::WINDOW:
+            delete d_window.release();
+            break;
+        default:
+            delete d_page;
+        }
+    }
+
+    const TEnd d_end = std::get<0>(GetParam());
+    const int d_row = std::get<1>(GetParam());
+    QStringList d_heard;
+    std::unique_ptr<QWidget> d_window = std::make_unique<QWidget>();
+    TOptionPage* d_page = new TOptionPage(&d_heard);
+};
+
+TEST_P(TOptionEditorEndTest, Is_silent)
+{
+    Fill_And_Show();
+    Edit();
+    d_heard.clear();
+
+    Delete();
+    QCoreApplication::processEvents();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+
+    EXPECT_EQ(d_heard, QStringList());
+    EXPECT_EQ(QApplication::activePopupWidget(), nullptr);
+}
+
+std::string End_Name(const ::testing::TestParamInfo<std::tuple<TEnd, int>>& test)
+{
+    const QStringList ends{"List", "Page", "Page_that_is_a_window", "Window"};
+    const QStringList editors{"a_text", "a_path", "a_date_and_time", "a_selection_list", "an_opened_selection_list"};
+    const auto [end, row] = test.param;
+
+    return QString(ends.at(int(end)) + "_with_" + editors.at(row)).toStdString();
+}
+
+INSTANTIATE_TEST_SUITE_P(, TOptionEditorEndTest,
+                         ::testing::Combine(::testing::Values(TEnd::LIST, TEnd::PAGE, TEnd::PAGE_THAT_IS_A_WINDOW,
+                                                              TEnd::WINDOW),
+                                            ::testing::Range(0, 5)),
+                         End_Name);
+
+TEST_F(TOptionEditorWidgetTest, The_list_may_go_before_a_browse_that_was_asked_for_begins)
+{
+    Fill_And_Show();
+    const TModalAnswer no_dialog_opens;
+    QTest::mouseClick(Child<QToolButton>(Edit<TPathEdit>(PATH), "browse_button"), Qt::LeftButton);
+
+    delete d_list;
+    QCoreApplication::processEvents();
+    Replace_Text(d_other, "still here");
+
+    EXPECT_EQ(no_dialog_opens.Seen_Count(), 0);
+    EXPECT_EQ(d_other->text(), "still here");
+}
+
+TEST_F(TOptionEditorWidgetTest, The_list_may_go_before_the_commit_of_a_Return_arrives)
+{
+    Fill_And_Show();
+    auto* editor = Edit<QDateTimeEdit>(DATE_TIME);
+    QTest::keyClick(editor, Qt::Key_Up);
+    QTest::keyClick(editor, Qt::Key_Return);
 
     delete d_list;
     QCoreApplication::processEvents();
@@ -800,6 +1119,22 @@ TEST_F(TOptionEditorWidgetTest, Browsing_to_the_root_adds_no_second_separator)
     d_list->Path_Edit_Browse(d_folder.path(), PATH, 1);
 
     EXPECT_EQ(d_list->OptionResult(PATH), "/");
+}
+
+TEST_F(TOptionEditorWidgetTest, Browsing_shows_directories_alone_and_leaves_links_as_they_are)
+{
+    Fill();
+    QFileDialog::Options options;
+    QTimer::singleShot(0, [&options]() {
+        const auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
+        options = dialog != nullptr ? dialog->options() : QFileDialog::Options();
+    });
+    TModalAnswer answer;
+    answer.Cancel_File();
+
+    d_list->Path_Edit_Browse(d_folder.path(), PATH, 1);
+
+    EXPECT_EQ(options, QFileDialog::ShowDirsOnly | QFileDialog::DontResolveSymlinks | QFileDialog::DontUseNativeDialog);
 }
 
 TEST_F(TOptionEditorWidgetTest, A_cancelled_browse_changes_nothing)

@@ -5,7 +5,6 @@
 
 #include <QDir>
 #include <QDomImplementation>
-#include <QElapsedTimer>
 #include <QFile>
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -14,6 +13,7 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <sys/resource.h>
 #include <sys/stat.h>
 
 namespace {
@@ -155,6 +155,26 @@ TEST_F(TXmlFile_Open_Test, Refuses_a_pipe_without_waiting_for_it)
               "access: ERR:  Cannot open file: '" + Path("link") + "'.  Reason: not a regular file");
 }
 
+TEST_F(TXmlFile_Open_Test, Reports_a_file_that_cannot_be_opened)
+{
+    Write(Path("file"), "<Norvexa_Data File_Version='3'/>");
+    const auto open_without_descriptors = [&]() -> QString {
+        const struct rlimit limit = {0, 0};
+        return setrlimit(RLIMIT_NOFILE, &limit) == 0 ? Open(Path("file")) : QString("no limit set");
+    };
+
+    EXPECT_EQ(In_Child(open_without_descriptors),
+              "access: ERR:  Cannot open file: '" + Path("file") + "'.  Reason: Too many open files");
+}
+
+TEST_F(TXmlFile_Open_Test, Reports_a_file_that_cannot_be_read)
+{
+    // A regular file whose first byte is never there.
+    const QString name = "/proc/self/mem";
+
+    EXPECT_EQ(Open(name), "access: ERR:  Cannot open file: '" + name + "'.  Reason: Input/output error");
+}
+
 TEST_F(TXmlFile_Open_Test, Follows_a_link)
 {
     Write(Path("file"), "<Norvexa_Data File_Version='3'/>");
@@ -180,6 +200,18 @@ TEST_F(TXmlFile_Open_Test, Refuses_another_root_element)
     Write(Path("file"), "<Other File_Version='3'/>");
 
     EXPECT_EQ(Open(Path("file")), "content: ERR:  Identification 'Norvexa_Data' does not match 'Other'");
+}
+
+TEST_F(TXmlFile_Open_Test, Keeps_the_parsed_document_that_it_refuses)
+{
+    Write(Path("file"), "<!DOCTYPE Kind><Other File_Version='3'><Leaf/></Other>");
+
+    Open(Path("file"));
+    EXPECT_EQ(d_file.Root_Element()->tagName(), "Other");
+    EXPECT_EQ(d_file.Get_Node(d_file.Root_Element(), "Leaf", false).tagName(), "Leaf");
+    EXPECT_EQ(d_version, -1);
+    EXPECT_EQ(d_file.Identification(), "");
+    EXPECT_EQ(d_file.Document_Type(), "");
 }
 
 TEST_F(TXmlFile_Open_Test, Fills_in_names_that_look_like_place_holders)
@@ -266,7 +298,7 @@ TEST(TXmlFile_Open_Data_Test, Reports_malformed_data_in_the_words_of_the_documen
 struct TDocumentCase
 {
     const char* name;
-    QByteArray document;
+    std::function<QByteArray()> document; // made only for its own test
     QString thrown;
 };
 
@@ -280,16 +312,13 @@ class TXmlFile_Untrusted_Test : public testing::TestWithParam<TDocumentCase>
 
 TEST_P(TXmlFile_Untrusted_Test, Is_read_or_refused)
 {
-    QElapsedTimer timer;
-    timer.start();
-    const QString thrown = Opened(GetParam().document);
+    const QString thrown = Opened(GetParam().document());
 
     if (GetParam().thrown.endsWith('*')) {
         EXPECT_TRUE(thrown.startsWith(GetParam().thrown.left(GetParam().thrown.size() - 1))) << thrown.toStdString();
     } else {
         EXPECT_EQ(thrown, GetParam().thrown);
     }
-    EXPECT_LT(timer.elapsed(), 30'000);
 }
 
 const QString PARSE_ERROR = "content: ERR:  Reference data XML parse error at line *";
@@ -333,6 +362,36 @@ QByteArray Quadratic_Blowup(const QByteArray& begin, const QByteArray& end)
     return "<!DOCTYPE Root [<!ENTITY e '" + QByteArray(3000, 'x') + "'>]>" + begin + Repeated("&e;", 200'000) + end;
 }
 
+QByteArray With_Content_Model(int depth)
+{
+    return "<!DOCTYPE Root [<!ELEMENT a " + Repeated("(", depth) + "b" + Repeated(")", depth) + ">]><Root/>";
+}
+
+QByteArray With_Declared_Attributes(int count, int elements)
+{
+    QByteArray document = "<!DOCTYPE Root [<!ATTLIST a";
+    for (int i = 0; i < count; ++i) {
+        document += " b" + QByteArray::number(i) + " CDATA ''";
+    }
+    return document + ">]><Root>" + Repeated("<a/>", elements) + "</Root>";
+}
+
+// Attributes that are declared where only the expanded text shows it.
+QByteArray With_Hidden_Attributes(int references)
+{
+    return "<!DOCTYPE Root [<!ENTITY % p \"" + Repeated("&#60;!ATTLIST a b ID #IMPLIED>", 100) + "\">" +
+           Repeated("%p;", references) + "]><Root/>";
+}
+
+QByteArray With_Namespaces(int count, const QByteArray& element, int elements)
+{
+    QByteArray document = "<Root";
+    for (int i = 0; i < count; ++i) {
+        document += " xmlns:p" + QByteArray::number(i) + "='u'";
+    }
+    return document + ">" + Repeated(element, elements) + "</Root>";
+}
+
 QByteArray With_Attributes(int count)
 {
     QByteArray document = "<Root";
@@ -345,47 +404,92 @@ QByteArray With_Attributes(int count)
 INSTANTIATE_TEST_SUITE_P(
     Documents, TXmlFile_Untrusted_Test,
     testing::Values(
-        TDocumentCase{"Nested_256_deep", Nested(256), "nothing"},
-        TDocumentCase{"Nested_257_deep", Nested(257), Starts("elements nested deeper than 256 levels")},
-        TDocumentCase{"Nested_100000_deep", Nested(100'000), Starts("elements nested deeper than 256 levels")},
-        TDocumentCase{"Nested_without_an_end", "<Root>" + Repeated("<a>", 100'000),
+        TDocumentCase{"Nested_256_deep", [] { return Nested(256); }, "nothing"},
+        TDocumentCase{"Nested_257_deep", [] { return Nested(257); }, Starts("elements nested deeper than 256 levels")},
+        TDocumentCase{"Nested_100000_deep", [] { return Nested(100'000); },
                       Starts("elements nested deeper than 256 levels")},
-        TDocumentCase{"Two_million_elements", "<Root>" + Repeated("<a/>", 1'999'999) + "</Root>", "nothing"},
-        TDocumentCase{"One_element_more", "<Root>" + Repeated("<a/>", 2'000'000) + "</Root>",
+        TDocumentCase{"Nested_without_an_end", [] { return "<Root>" + Repeated("<a>", 100'000); },
+                      Starts("elements nested deeper than 256 levels")},
+        TDocumentCase{"Two_million_elements", [] { return "<Root>" + Repeated("<a/>", 1'999'999) + "</Root>"; },
+                      "nothing"},
+        TDocumentCase{"One_element_more", [] { return "<Root>" + Repeated("<a/>", 2'000'000) + "</Root>"; },
                       Starts("more than 2000000 elements")},
-        TDocumentCase{"Larger_than_64_MB", "<Root>" + QByteArray(64 * 1024 * 1024, ' ') + "</Root>",
+        TDocumentCase{"Larger_than_64_MB", [] { return "<Root>" + QByteArray(64 * 1024 * 1024, ' ') + "</Root>"; },
                       Parse_Error("larger than 64 MB", 1, 1)},
-        TDocumentCase{"Entities_64", With_Entities(64), "nothing"},
-        TDocumentCase{"Entities_65", With_Entities(65), Starts("more than 64 entity declarations")},
-        TDocumentCase{"Billion_laughs", Billion_Laughs(), PARSE_ERROR},
-        TDocumentCase{"Billion_laughs_in_parameter_entities", Parameter_Laughs(), PARSE_ERROR},
-        TDocumentCase{"Large_entity_used_often", Quadratic_Blowup("<Root>", "</Root>"), PARSE_ERROR},
-        TDocumentCase{"Large_entity_used_often_in_an_attribute", Quadratic_Blowup("<Root a='", "'/>"), PARSE_ERROR},
-        TDocumentCase{"Default_attributes_that_expand",
-                      "<!DOCTYPE Root [<!ATTLIST a b CDATA '" + QByteArray(1'000'000, 'x') + "'>]><Root>" +
-                          Repeated("<a/>", 20) + "</Root>",
-                      Starts("entities expand to more than 10 MB")},
-        TDocumentCase{"Entity_that_refers_to_itself", "<!DOCTYPE Root [<!ENTITY e '&e;'>]><Root>&e;</Root>",
+        TDocumentCase{"Entities_64", [] { return With_Entities(64); }, "nothing"},
+        TDocumentCase{"Entities_65", [] { return With_Entities(65); }, Starts("more than 64 entity declarations")},
+        TDocumentCase{"Billion_laughs", [] { return Billion_Laughs(); }, PARSE_ERROR},
+        TDocumentCase{"Billion_laughs_in_parameter_entities", [] { return Parameter_Laughs(); }, PARSE_ERROR},
+        TDocumentCase{"Large_entity_used_often", [] { return Quadratic_Blowup("<Root>", "</Root>"); }, PARSE_ERROR},
+        TDocumentCase{"Large_entity_used_often_in_an_attribute", [] { return Quadratic_Blowup("<Root a='", "'/>"); },
                       PARSE_ERROR},
-        TDocumentCase{"Many_attributes", With_Attributes(5'000), "nothing"},
-        TDocumentCase{"Too_many_attributes", With_Attributes(500'000), Starts("too many attributes")},
-        TDocumentCase{"Many_equals_signs_in_a_text", "<Root>" + QByteArray(5'000, '=') + "</Root>", "nothing"},
-        TDocumentCase{"Undeclared_entity", "<Root>&e;</Root>", Starts("Entity 'e' not declared.")},
-        TDocumentCase{"Control_character", "<Root>\x01</Root>", Starts("Invalid XML character.")},
-        TDocumentCase{"Null_character", QByteArray("<Root>\0</Root>", 14), PARSE_ERROR},
-        TDocumentCase{"Control_character_in_an_attribute", "<Root a='\x02'/>", Starts("Invalid XML character.")},
-        TDocumentCase{"Reference_to_a_control_character", "<Root>&#1;</Root>", Starts("Invalid character reference.")},
-        TDocumentCase{"Reference_to_a_lone_surrogate", "<Root>&#xD800;</Root>", Starts("Invalid character reference.")},
-        TDocumentCase{"Lone_surrogate", "<Root>\xED\xA0\x80</Root>", PARSE_ERROR},
-        TDocumentCase{"Character_FFFE", "<Root>\xEF\xBF\xBE</Root>", PARSE_ERROR},
-        TDocumentCase{"Character_FFFF", "<Root>\xEF\xBF\xBF</Root>", PARSE_ERROR},
-        TDocumentCase{"Broken_UTF_8", "<Root>\nab\xC3</Root>",
+        TDocumentCase{"Default_attributes_that_expand",
+                      [] {
+                          return "<!DOCTYPE Root [<!ATTLIST a b CDATA '" + QByteArray(50'000, 'x') + "'>]><Root>" +
+                                 Repeated("<a/>", 400) + "</Root>";
+                      },
+                      Starts("entities expand to more than 10 MB")},
+        TDocumentCase{"Entity_that_refers_to_itself",
+                      [] { return "<!DOCTYPE Root [<!ENTITY e '&e;'>]><Root>&e;</Root>"; }, PARSE_ERROR},
+        TDocumentCase{"Many_attributes", [] { return With_Attributes(5'000); }, "nothing"},
+        TDocumentCase{"Too_many_attributes", [] { return With_Attributes(500'000); }, Starts("too many attributes")},
+        TDocumentCase{"Two_million_attributes",
+                      [] { return "<Root>" + Repeated("<a b='' c=''/>", 1'000'000) + "</Root>"; }, "nothing"},
+        TDocumentCase{"One_attribute_more",
+                      [] { return "<Root d=''>" + Repeated("<a b='' c=''/>", 1'000'000) + "</Root>"; },
+                      Starts("more than 2000000 attributes")},
+        TDocumentCase{"Two_million_comments", [] { return Repeated("<!---->", 2'000'000) + "<Root/>"; }, "nothing"},
+        TDocumentCase{"One_comment_more", [] { return Repeated("<!---->", 2'000'001) + "<Root/>"; },
+                      Starts("more than 2000000 comments, instructions and sections")},
+        TDocumentCase{"Too_many_instructions", [] { return Repeated("<?a?>", 2'000'001) + "<Root/>"; },
+                      Starts("more than 2000000 comments, instructions and sections")},
+        TDocumentCase{"Too_many_sections", [] { return "<Root>" + Repeated("<![CDATA[]]>", 2'000'001) + "</Root>"; },
+                      Starts("more than 2000000 comments, instructions and sections")},
+        TDocumentCase{"Content_model_256_deep", [] { return With_Content_Model(256); }, "nothing"},
+        TDocumentCase{"Content_model_257_deep", [] { return With_Content_Model(257); },
+                      Starts("declarations nested deeper than 256 levels")},
+        TDocumentCase{"Content_model_1000000_deep", [] { return With_Content_Model(1'000'000); },
+                      Starts("declarations nested deeper than 256 levels")},
+        TDocumentCase{"Content_model_without_an_end",
+                      [] { return "<!DOCTYPE Root [<!ELEMENT a " + Repeated("(", 1'000'000); },
+                      Starts("Premature end of document.")},
+        TDocumentCase{"Declared_attributes", [] { return With_Declared_Attributes(1'000, 1'000); }, "nothing"},
+        TDocumentCase{"Too_many_declared_attributes", [] { return With_Declared_Attributes(100'000, 1); },
+                      Parse_Error("too many attributes", 1, 1)},
+        TDocumentCase{"Declared_attributes_of_too_many_elements",
+                      [] { return With_Declared_Attributes(3'000, 1'000'000); },
+                      Starts("too many namespaces or declared attributes")},
+        TDocumentCase{"Declared_attributes_in_an_entity", [] { return With_Hidden_Attributes(10); }, "nothing"},
+        TDocumentCase{"Too_many_declared_attributes_in_an_entity", [] { return With_Hidden_Attributes(1'000); },
+                      Starts("Entity expands to more characters than the entity expansion limit.")},
+        TDocumentCase{"Namespaces", [] { return With_Namespaces(10, "<p0:a/>", 100'000); }, "nothing"},
+        TDocumentCase{"Too_many_namespaces", [] { return With_Namespaces(5'000, "<p0:a/>", 50'000); },
+                      Starts("too many namespaces or declared attributes")},
+        TDocumentCase{"Too_many_namespaces_in_nested_elements",
+                      [] { return With_Namespaces(1'000, "<a xmlns:q='v'/>", 20'000); },
+                      Starts("too many namespaces or declared attributes")},
+        TDocumentCase{"Many_equals_signs_in_a_text", [] { return "<Root>" + QByteArray(5'000, '=') + "</Root>"; },
+                      "nothing"},
+        TDocumentCase{"Undeclared_entity", [] { return "<Root>&e;</Root>"; }, Starts("Entity 'e' not declared.")},
+        TDocumentCase{"Control_character", [] { return "<Root>\x01</Root>"; }, Starts("Invalid XML character.")},
+        TDocumentCase{"Null_character", [] { return QByteArray("<Root>\0</Root>", 14); }, PARSE_ERROR},
+        TDocumentCase{"Control_character_in_an_attribute", [] { return "<Root a='\x02'/>"; },
+                      Starts("Invalid XML character.")},
+        TDocumentCase{"Reference_to_a_control_character", [] { return "<Root>&#1;</Root>"; },
+                      Starts("Invalid character reference.")},
+        TDocumentCase{"Reference_to_a_lone_surrogate", [] { return "<Root>&#xD800;</Root>"; },
+                      Starts("Invalid character reference.")},
+        TDocumentCase{"Lone_surrogate", [] { return "<Root>\xED\xA0\x80</Root>"; }, PARSE_ERROR},
+        TDocumentCase{"Character_FFFE", [] { return "<Root>\xEF\xBF\xBE</Root>"; }, PARSE_ERROR},
+        TDocumentCase{"Character_FFFF", [] { return "<Root>\xEF\xBF\xBF</Root>"; }, PARSE_ERROR},
+        TDocumentCase{"Broken_UTF_8", [] { return "<Root>\nab\xC3</Root>"; },
                       Parse_Error("Encountered incorrectly encoded content.", 2, 3)},
-        TDocumentCase{"UTF_8_that_is_cut", "<Root>\n</Root>\xC3",
+        TDocumentCase{"UTF_8_that_is_cut", [] { return "<Root>\n</Root>\xC3"; },
                       Parse_Error("Encountered incorrectly encoded content.", 2, 8)},
-        TDocumentCase{"Unknown_encoding", "<?xml version='1.0' encoding='nonsense'?><Root/>",
+        TDocumentCase{"Unknown_encoding", [] { return "<?xml version='1.0' encoding='nonsense'?><Root/>"; },
                       Starts("Encoding nonsense is unsupported")},
-        TDocumentCase{"Attribute_given_twice", "<Root a='1' a='2'/>", Starts("Attribute 'a' redefined.")}),
+        TDocumentCase{"Attribute_given_twice", [] { return "<Root a='1' a='2'/>"; },
+                      Starts("Attribute 'a' redefined.")}),
     [](const testing::TestParamInfo<TDocumentCase>& row) { return std::string(row.param.name); });
 
 class TXmlFile_Text_Test : public testing::Test
@@ -450,7 +554,7 @@ TEST_F(TXmlFile_Text_Test, Reads_undeclared_prefixes_only_without_namespaces)
 class TXmlFile_Policy_Test : public testing::Test
 {
 protected:
-    ~TXmlFile_Policy_Test() override { QDomImplementation::setInvalidDataPolicy(QDomImplementation::ReturnNullNode); }
+    void TearDown() override { QDomImplementation::setInvalidDataPolicy(QDomImplementation::ReturnNullNode); }
 };
 
 TEST_F(TXmlFile_Policy_Test, Returns_null_nodes_for_illegal_data)
@@ -859,24 +963,24 @@ TEST_F(TXmlFile_Death_Test, Aborts_on_a_null_pointer)
     QDomElement* writable = nullptr;
     const char source[] = "\\.\\./core/xmlfile\\.cpp: ";
 
-    EXPECT_DEATH(file.Get_Node(element, "a", true), std::string(source) + "Get_Node: node");
-    EXPECT_DEATH(file.Get_Node(node, "a", true), std::string(source) + "Get_Node: node");
-    EXPECT_DEATH(file.Get_Sibling_Node(element, "a", true), std::string(source) + "Get_Sibling_Node: current_node");
-    EXPECT_DEATH(file.Get_First_Node(element, true), std::string(source) + "Get_First_Node: parent");
-    EXPECT_DEATH(file.Get_First_Node(node, true), std::string(source) + "Get_First_Node: parent");
-    EXPECT_DEATH(file.Get_Sibling_Node(node, true), std::string(source) + "Get_Sibling_Node: current_node");
-    EXPECT_DEATH(file.Read_Attribute(element, "a", true), std::string(source) + "Read_Attribute: node");
-    EXPECT_DEATH(file.Read_Attribute(node, "a", true), std::string(source) + "Read_Attribute: node");
-    EXPECT_DEATH(file.Read_Text_Node(element, true), std::string(source) + "Read_Text_Node: node");
-    EXPECT_DEATH(file.Read_Text_Node(node, true), std::string(source) + "Read_Text_Node: node");
-    EXPECT_DEATH(file.Create_Node(writable, "a"), std::string(source) + "Create_Node: parent");
-    EXPECT_DEATH(file.Write_Text_Node(writable, QString("a")), std::string(source) + "Write_Text_Node: node");
-    EXPECT_DEATH(file.Write_Text_Node(writable, 1), std::string(source) + "Write_Text_Node: node");
-    EXPECT_DEATH(file.Write_Text_Node(writable, 1.0, 1), std::string(source) + "Write_Text_Node: node");
-    EXPECT_DEATH(file.Write_Attribute(writable, "a", QString("a")), std::string(source) + "Write_Attribute: node");
-    EXPECT_DEATH(file.Write_Attribute(writable, "a", 1), std::string(source) + "Write_Attribute: node");
-    EXPECT_DEATH(file.Write_Attribute(writable, "a", 1.0, 1), std::string(source) + "Write_Attribute: node");
-    EXPECT_DEATH(file.Write_Data(nullptr, true), std::string(source) + "Write_Data: data");
+    EXPECT_DEATH(file.Get_Node(element, "a", true), std::string(source) + "Get_Node: node\n");
+    EXPECT_DEATH(file.Get_Node(node, "a", true), std::string(source) + "Get_Node: node\n");
+    EXPECT_DEATH(file.Get_Sibling_Node(element, "a", true), std::string(source) + "Get_Sibling_Node: current_node\n");
+    EXPECT_DEATH(file.Get_First_Node(element, true), std::string(source) + "Get_First_Node: parent\n");
+    EXPECT_DEATH(file.Get_First_Node(node, true), std::string(source) + "Get_First_Node: parent\n");
+    EXPECT_DEATH(file.Get_Sibling_Node(node, true), std::string(source) + "Get_Sibling_Node: current_node\n");
+    EXPECT_DEATH(file.Read_Attribute(element, "a", true), std::string(source) + "Read_Attribute: node\n");
+    EXPECT_DEATH(file.Read_Attribute(node, "a", true), std::string(source) + "Read_Attribute: node\n");
+    EXPECT_DEATH(file.Read_Text_Node(element, true), std::string(source) + "Read_Text_Node: node\n");
+    EXPECT_DEATH(file.Read_Text_Node(node, true), std::string(source) + "Read_Text_Node: node\n");
+    EXPECT_DEATH(file.Create_Node(writable, "a"), std::string(source) + "Create_Node: parent\n");
+    EXPECT_DEATH(file.Write_Text_Node(writable, QString("a")), std::string(source) + "Write_Text_Node: node\n");
+    EXPECT_DEATH(file.Write_Text_Node(writable, 1), std::string(source) + "Write_Text_Node: node\n");
+    EXPECT_DEATH(file.Write_Text_Node(writable, 1.0, 1), std::string(source) + "Write_Text_Node: node\n");
+    EXPECT_DEATH(file.Write_Attribute(writable, "a", QString("a")), std::string(source) + "Write_Attribute: node\n");
+    EXPECT_DEATH(file.Write_Attribute(writable, "a", 1), std::string(source) + "Write_Attribute: node\n");
+    EXPECT_DEATH(file.Write_Attribute(writable, "a", 1.0, 1), std::string(source) + "Write_Attribute: node\n");
+    EXPECT_DEATH(file.Write_Data(nullptr, true), std::string(source) + "Write_Data: data\n");
 }
 
 TEST(TXmlFileException_Test, Carries_its_message_and_type)

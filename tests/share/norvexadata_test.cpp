@@ -4,6 +4,8 @@
 #include "tests/support/qtprinters.h"
 
 #include <QDate>
+#include <QLocale>
+#include <QRegularExpression>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -11,9 +13,13 @@
 #include <functional>
 #include <string>
 #include <type_traits>
+#include <utility>
+#include <vector>
 
 namespace {
 
+using ::testing::AnyOf;
+using ::testing::ElementsAre;
 using ::testing::HasSubstr;
 
 QString Today()
@@ -203,6 +209,24 @@ TEST(TNorvexaData, Fields_of_a_replacement_item_stand_in_order_and_have_their_de
     EXPECT_TRUE(use_default_expression);
 }
 
+TEST(TNorvexaData, Fields_of_one_type_stand_in_order)
+{
+    const TVariable variable = {"V", "Probe", 3, 0.5};
+    const TInputData input = {1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0};
+    const TNorvexaData::TComponent component = {"Laser", TNorvexaData::UC_MODE_SUM, 1.0, 2.0, true, false, {}, {}};
+    const TNorvexaData::TComponentInstance instance = {"A", "calibrated", "due", 1.0, 2.0};
+    const TNorvexaData::TReplacementItem replacement = {"A", "0.1", false};
+
+    EXPECT_EQ(QStringList({variable.name, variable.description}), QStringList({"V", "Probe"}));
+    EXPECT_THAT(std::vector<double>({input.machine_expansion_coefficient, input.machine_scale,
+                                     input.temperature_minimum, input.temperature_maximum, input.temperature_gradient,
+                                     input.report_increment, input.report_end}),
+                ElementsAre(1.0, 2.0, 3.0, 4.0, 5.0, 6.0, 7.0));
+    EXPECT_EQ(Record_Text(component), QStringList("component <Laser> mode=0 length=1 expansion=2 equipment=1 limit=0"));
+    EXPECT_EQ(Record_Text(instance), QString("  identifier <A> <calibrated> <due> length=1 expansion=2"));
+    EXPECT_EQ(Record_Text(replacement), QString("    replacement <A> <0.1> default=0"));
+}
+
 TEST(TNorvexaData, The_default_identifier_has_a_text_of_its_own)
 {
     EXPECT_EQ(TNorvexaData::Default_Identifier(), QString("[Default]"));
@@ -304,6 +328,15 @@ TEST_F(TNorvexaDataTest, Rename_Component_changes_the_name_alone)
     renamed.name = "Interferometer";
 
     EXPECT_TRUE(d_budget.Rename_Component("Laser", "Interferometer"));
+    EXPECT_EQ(Text(), Text_With(renamed));
+}
+
+TEST_F(TNorvexaDataTest, Rename_Component_accepts_a_name_that_differs_in_case)
+{
+    TNorvexaData::TComponent renamed = Laser();
+    renamed.name = "laser";
+
+    EXPECT_TRUE(d_budget.Rename_Component("Laser", "laser"));
     EXPECT_EQ(Text(), Text_With(renamed));
 }
 
@@ -415,6 +448,20 @@ TEST(TNorvexaData, Rename_Component_renames_the_first_of_a_repeated_name)
     EXPECT_EQ(budget.Component_Name(2), QString("Laser"));
 }
 
+TEST(TNorvexaData, Update_Component_replaces_the_first_of_a_repeated_name)
+{
+    TRepeatedNames budget;
+    TNorvexaData::TComponent changed;
+    changed.name = "Laser";
+    changed.length = 2.0;
+    budget.Update_Component(changed);
+
+    EXPECT_EQ(Budget_Text(budget),
+              QStringList({"component <Probe> mode=0 length=0 expansion=0.01 equipment=0 limit=0",
+                           "component <Laser> mode=0 length=2 expansion=0.01 equipment=0 limit=0",
+                           "component <Laser> mode=0 length=0 expansion=0.01 equipment=0 limit=0"}));
+}
+
 // Component items
 
 TEST_F(TNorvexaDataTest, Items_are_found_by_position_and_by_name)
@@ -482,6 +529,16 @@ TEST_F(TNorvexaDataTest, Rename_Component_Item_changes_the_name_alone)
 
     EXPECT_TRUE(d_budget.Rename_Component_Item("Laser", "Drift", "Stability"));
     EXPECT_EQ(Text(), Text_With(laser));
+}
+
+TEST_F(TNorvexaDataTest, Rename_Component_Item_accepts_other_case_and_a_name_of_another_component)
+{
+    d_budget.Add_Component_Item("Probe", "Lobing");
+    EXPECT_TRUE(d_budget.Rename_Component_Item("Laser", "Noise", "noise"));
+    EXPECT_TRUE(d_budget.Rename_Component_Item("Laser", "Drift", "Lobing"));
+
+    EXPECT_EQ(d_budget.Component_Item_Name(0, 0), QString("noise"));
+    EXPECT_EQ(d_budget.Component_Item_Name(0, 1), QString("Lobing"));
 }
 
 TEST_F(TNorvexaDataTest, Rename_Component_Item_leaves_replacement_items_of_that_name_alone)
@@ -635,6 +692,25 @@ INSTANTIATE_TEST_SUITE_P(
                       TRemoveRow{"From_nothing", {}, {"P"}, {}}),
     [](const auto& row) { return std::string(row.param.title); });
 
+TEST(TNorvexaData, The_first_item_and_the_first_identifier_of_a_repeated_name_are_found)
+{
+    const TNorvexaData budget = Budget_With({"P", "Q", "Q"});
+
+    EXPECT_EQ(budget.Component_Item_Index(0, "Q"), 1);
+    EXPECT_EQ(budget.Component_Instance_Index(0, "Q"), 1);
+}
+
+TEST(TNorvexaData, Item_operations_change_the_first_of_a_repeated_name)
+{
+    TNorvexaData budget = Budget_With({"P", "Q", "Q"});
+    budget.Update_Component_Item(0, Item("Q", "7"));
+    EXPECT_TRUE(budget.Rename_Component_Item("Laser", "Q", "R"));
+
+    EXPECT_EQ(Item_Names(budget), QStringList({"P", "R", "Q"}));
+    EXPECT_EQ(Record_Text(budget.Component_Item(0, 1)), Record_Text(Item("R", "7")));
+    EXPECT_EQ(Record_Text(budget.Component_Item(0, 2)), Record_Text(Item("Q", "1")));
+}
+
 // Identifiers
 
 TEST_F(TNorvexaDataTest, Identifiers_are_found_by_position_and_by_name)
@@ -658,10 +734,23 @@ TEST_F(TNorvexaDataTest, A_new_identifier_is_calibrated_today_and_takes_over_the
 
     const TNorvexaData::TComponentInstance added = d_budget.Component_Instance(0, 2);
     EXPECT_EQ(added.name, QString("C"));
-    EXPECT_TRUE(added.calibration_date == before || added.calibration_date == after);
+    EXPECT_THAT(added.calibration_date, AnyOf(before, after));
     EXPECT_EQ(added.calibration_due_date, added.calibration_date);
     EXPECT_EQ(added.length, 500.0);
     EXPECT_EQ(added.expansion_coefficient, 0.0115);
+}
+
+TEST_F(TNorvexaDataTest, The_dates_of_a_new_identifier_are_English_and_without_leading_zeros)
+{
+    const QRegularExpression text_date("^(Mon|Tue|Wed|Thu|Fri|Sat|Sun) "
+                                       "(Jan|Feb|Mar|Apr|May|Jun|Jul|Aug|Sep|Oct|Nov|Dec) [1-9][0-9]? [0-9]{4}$");
+    const QLocale before;
+    QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
+    d_budget.Component_Add_Identifier("Laser", "C");
+    QLocale::setDefault(before);
+
+    const QString date = d_budget.Component_Instance(0, 2).calibration_date;
+    EXPECT_TRUE(text_date.match(date).hasMatch()) << date.toStdString();
 }
 
 TEST_F(TNorvexaDataTest, A_new_identifier_gives_each_item_a_replacement_item_with_its_expression)
@@ -858,6 +947,23 @@ INSTANTIATE_TEST_SUITE_P(TNorvexaData, TReservedIdentifier,
                          ::testing::Values(TComponentIdentifierRow{"Empty", ""},
                                            TComponentIdentifierRow{"Default", "[Default]"}),
                          [](const auto& row) { return std::string(row.param.title); });
+
+TEST_F(TNorvexaDataTest, Edits_leave_records_of_the_same_name_in_other_components_alone)
+{
+    TNorvexaData::TComponent probe = Laser();
+    probe.name = "Probe";
+    d_budget.Update_Component(probe);
+
+    d_budget.Component_Add_Identifier("Laser", "C");
+    d_budget.Rename_Component_Identifier("Laser", "A", "D");
+    d_budget.Component_Remove_Identifier("Laser", {"B"});
+    d_budget.Update_Component_Identifier(0, Instance("D", 1.0, 1.0));
+    d_budget.Update_Component_Item(0, Item("Noise", "9"));
+    d_budget.Rename_Component_Item("Laser", "Noise", "Scale");
+    d_budget.Remove_Component_Items("Laser", {"Drift"});
+
+    EXPECT_EQ(Record_Text(d_budget.Component(1)), Record_Text(probe));
+}
 
 // Indices out of range
 

@@ -4,8 +4,10 @@
 #include "tests/support/modalanswer.h"
 #include "tests/support/qtprinters.h"
 
+#include <QApplication>
 #include <QGridLayout>
 #include <QLabel>
+#include <QLineEdit>
 #include <QPushButton>
 #include <QTest>
 
@@ -24,6 +26,16 @@ protected:
 
     TNameDialog d_dialog;
 };
+
+TEST_F(TNameDialogTest, Belongs_to_its_parent_and_takes_its_window_flags)
+{
+    QWidget parent;
+    const TNameDialog dialog(&parent, Qt::WindowStaysOnTopHint);
+
+    EXPECT_EQ(dialog.parentWidget(), &parent);
+    EXPECT_TRUE(dialog.isWindow());
+    EXPECT_TRUE(dialog.windowFlags().testFlag(Qt::WindowStaysOnTopHint));
+}
 
 TEST_F(TNameDialogTest, Is_315_by_100_pixels)
 {

@@ -301,6 +301,13 @@ TEST_P(TLimitedLength, Leaves_a_constant_item_alone)
     EXPECT_EQ(Item_At(budget, "Noise", GetParam().identifier, GetParam().length), (TResult{0.7, true}));
 }
 
+TEST_P(TLimitedLength, Leaves_a_constant_item_of_a_sum_component_alone)
+{
+    const TNorvexa budget = Limited({Item("Noise", "0.5")});
+
+    EXPECT_EQ(Component_At(budget, "Laser", GetParam().identifier, GetParam().length), (TResult{0.5, true}));
+}
+
 TEST_P(TLimitedLength, Bounds_a_sum_component)
 {
     const TNorvexa budget = Limited({Item("Noise", "0.7", TNorvexaData::LENGTH_DEPENDENT_LINEAR)});

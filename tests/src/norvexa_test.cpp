@@ -382,6 +382,19 @@ TEST(TNorvexa, A_sum_component_wins_over_a_later_individual_item_of_that_name)
     EXPECT_EQ(item, QString());
 }
 
+TEST(TNorvexa, The_first_of_two_individual_components_with_one_reportable_name_wins)
+{
+    TNorvexa budget;
+    Add(&budget, Component("A", TNorvexaData::UC_MODE_INDIVIDUAL, {Item("B - C", "1")}));
+    Add(&budget, Component("A - B", TNorvexaData::UC_MODE_INDIVIDUAL, {Item("C", "2")}));
+    QString component;
+    QString item;
+
+    EXPECT_TRUE(budget.Convert_From_Reportable("A - B - C", &component, &item));
+    EXPECT_EQ(component, QString("A"));
+    EXPECT_EQ(item, QString("B - C"));
+}
+
 // Expressions, lengths and expansion coefficients that apply to an identifier
 
 TEST_F(TNorvexaTest, Component_Item_Default_Expression_is_the_items_own)
@@ -580,6 +593,17 @@ TEST_F(TNorvexaTest, Update_Component_Item_changes_the_replacement_entry)
 
     EXPECT_TRUE(d_budget.Update_Component_Item("Laser", "Noise", "A", "0.9", true));
     EXPECT_EQ(Budget_Text(d_budget), Budget_Text(expected));
+}
+
+TEST_F(TNorvexaTest, Update_Component_Item_changes_the_first_replacement_entry_of_an_identifier)
+{
+    TNorvexaData::TComponent laser = Laser();
+    laser.items[0].replacement_items = {{"A", "1", true}, {"A", "2", true}};
+    d_budget.Update_Component(laser);
+
+    EXPECT_TRUE(d_budget.Update_Component_Item("Laser", "Noise", "A", "0.9", false));
+    laser.items[0].replacement_items[0] = {"A", "0.9", false};
+    EXPECT_EQ(Record_Text(d_budget.Component(0)), Record_Text(laser));
 }
 
 namespace {

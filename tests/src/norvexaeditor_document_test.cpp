@@ -1112,6 +1112,21 @@ TEST_F(TNorvexaEditorDocument, A_file_may_be_dropped_on_every_page)
     }
 }
 
+// File managers also offer the file's name as text, which a line editor would take.
+TEST_F(TNorvexaEditorDocument, A_file_may_be_dropped_on_an_editor)
+{
+    Write_Budget(Sample_Budget(), Path("a.norvexa"));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(Path("a.norvexa"))});
+    data.setText(Path("a.norvexa"));
+    Click_Tool("action_variables");
+
+    EXPECT_TRUE(Drop_Data(data, Find<QLineEdit>("end_position")));
+
+    EXPECT_EQ(Tree_Text(), SAMPLE_TREE);
+    EXPECT_EQ(Find<QLineEdit>("end_position")->text(), "500.000");
+}
+
 // The modified flag
 
 struct TEdit

@@ -167,12 +167,34 @@ TEST_F(TNorvexaEditorLayout, One_message_box_serves_every_question)
     EXPECT_EQ(d_editor.findChildren<TMessageBox*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
 }
 
-TEST_F(TNorvexaEditorLayout, The_window_goes_with_an_open_editor)
+// What the pages send on their way out must not reach a document that is gone.
+TEST_F(TNorvexaEditorLayout, The_window_goes_while_a_name_is_being_typed)
 {
     auto window = std::make_unique<TNorvexaEditor>();
     Show_Active(window.get());
-    Child<QTabWidget>(window.get(), "pages")->setCurrentIndex(1);
-    const QPointer<QLineEdit> field = Child<QLineEdit>(window.get(), "end_position");
+    auto* tree = Child<QTreeWidget>(window.get(), "budget_tree");
+    d_answer.Type_Name("Probe");
+    QTest::mouseClick(Child<QToolButton>(window.get(), "add_budget_item"), Qt::LeftButton);
+    Show_Active(window.get());
+    Click_Entry(tree, "Probe");
+    QTest::keyClick(tree, Qt::Key_F2);
+    const QPointer<QLineEdit> editor = Open_Editor(tree);
+    ASSERT_FALSE(editor.isNull());
+    Replace_Text(editor, "Ruler");
+
+    window.reset();
+
+    EXPECT_TRUE(editor.isNull());
+}
+
+TEST_F(TNorvexaEditorLayout, The_window_goes_while_a_number_is_being_typed)
+{
+    auto window = std::make_unique<TNorvexaEditor>();
+    Show_Active(window.get());
+    d_answer.Type_Name("Probe");
+    QTest::mouseClick(Child<QToolButton>(window.get(), "add_budget_item"), Qt::LeftButton);
+    Show_Active(window.get());
+    const QPointer<QLineEdit> field = Child<QLineEdit>(window.get(), "component_length");
     Replace_Text(field, "12");
 
     window.reset();

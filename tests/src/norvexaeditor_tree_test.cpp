@@ -4,7 +4,6 @@
 #include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
-#include <QListWidget>
 #include <QTest>
 #include <QToolButton>
 #include <QTreeWidget>

@@ -1,8 +1,12 @@
 #include "src/reportgroupwidget.h"
+
+#include "tests/support/guiacts.h"
 #include "tests/support/modalanswer.h"
 #include "tests/support/qtprinters.h"
 
 #include <QApplication>
+#include <QIcon>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
@@ -90,6 +94,15 @@ protected:
 
     QLineEdit* Open_Editor() const { return Group_List()->viewport()->findChild<QLineEdit*>(); }
 
+    // Opens the editor of the group in `row` and types a name that is not committed yet.
+    void Begin_Rename(int row, const QString& name)
+    {
+        Click_Group(row);
+        QTest::keyClick(Group_List(), Qt::Key_F2);
+        ASSERT_NE(Open_Editor(), nullptr);
+        QTest::keyClicks(Open_Editor(), name);
+    }
+
     // Renames the group in `row` in its entry, as a user does: a click, F2, the new name, Return.
     void Rename_In_Place(int row, const QString& name)
     {
@@ -157,6 +170,7 @@ TEST_F(ReportGroupWidget, Shows_two_labelled_lists_side_by_side)
 struct TButtonRow
 {
     const char* object_name;
+    const char* icon;
     const char* text;
 };
 
@@ -175,15 +189,31 @@ TEST_P(ReportGroupWidgetButton, Is_a_small_icon_under_the_groups_that_says_what_
     ASSERT_NE(button, nullptr);
     EXPECT_EQ(button->size(), QSize(16, 16));
     EXPECT_FALSE(button->icon().pixmap(16, 16).isNull());
+    EXPECT_EQ(button->icon().pixmap(16, 16).toImage(), QIcon(GetParam().icon).pixmap(16, 16).toImage());
     EXPECT_EQ(button->toolTip(), GetParam().text);
     EXPECT_EQ(button->accessibleName(), GetParam().text);
     EXPECT_GT(Place(button).top(), Place(Group_List()).bottom());
     EXPECT_LT(Place(button).right(), Place(Group_List()).right());
 }
 
+TEST_P(ReportGroupWidgetButton, Shows_that_it_has_the_focus)
+{
+    Fill();
+    Click_Group(0);
+    Group_List()->setFocus();
+    const QImage without_focus = Button(GetParam().object_name)->grab().toImage();
+
+    while (!Button(GetParam().object_name)->hasFocus()) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+
+    EXPECT_NE(Button(GetParam().object_name)->grab().toImage(), without_focus);
+}
+
 INSTANTIATE_TEST_SUITE_P(, ReportGroupWidgetButton,
-                         ::testing::Values(TButtonRow{"add_group", "Add report group"},
-                                           TButtonRow{"remove_group", "Remove selected report groups"}),
+                         ::testing::Values(TButtonRow{"add_group", ":/gui/add.png", "Add report group"},
+                                           TButtonRow{"remove_group", ":/gui/remove.png",
+                                                      "Remove selected report groups"}),
                          [](const auto& row) { return row.param.object_name; });
 
 TEST_F(ReportGroupWidget, Starts_empty_with_nothing_to_remove_and_nothing_to_select)
@@ -360,6 +390,36 @@ TEST_F(ReportGroupWidget, Keeps_the_members_of_every_group_when_the_components_c
     EXPECT_EQ(Selected_Components(), QStringList({"Probe", "Thermometer"}));
 }
 
+TEST_F(ReportGroupWidget, Shows_no_members_of_two_selected_groups_when_the_components_change)
+{
+    Fill();
+    Click_Group(0);
+    Click_Group(1, Qt::ControlModifier);
+
+    d_page.Update_Reportable_Components({"Thermometer", "Scale"});
+
+    EXPECT_EQ(Selected_Components(), QStringList());
+    EXPECT_FALSE(Component_List()->isEnabled());
+    EXPECT_THAT(d_page.Groups(), ElementsAre(Is_Group("Tape", {"Probe", "Thermometer"}), Is_Group("Gauge", {"Scale"})));
+    EXPECT_EQ(Changes(), 0);
+}
+
+TEST_F(ReportGroupWidget, Goes_while_an_entry_is_edited)
+{
+    auto* page = new TReportGroupWidget;
+    const QSignalSpy changes(page, &TReportGroupWidget::Report_Groups_Changed);
+    page->Set_Groups(TWO_GROUPS);
+    Show_Active(page);
+    auto* list = Child<QListWidget>(page, "group_list");
+    Click_Entry(list, "Tape");
+    QTest::keyClick(list, Qt::Key_F2);
+    QTest::keyClicks(list->viewport()->findChild<QLineEdit*>(), "Rod");
+
+    delete page;
+
+    EXPECT_EQ(changes.count(), 0);
+}
+
 TEST_F(ReportGroupWidget, Keeps_groups_of_the_same_name_and_removes_one_at_a_time)
 {
     d_page.Set_Groups({{"Tape", {"Probe"}}, {"Tape", {"Scale"}}});
@@ -501,6 +561,33 @@ TEST_F(ReportGroupWidget, Accepts_a_new_name_that_differs_only_in_case)
     EXPECT_EQ(Changes(), 1);
 }
 
+TEST_F(ReportGroupWidget, Adds_a_group_from_the_keyboard)
+{
+    Fill();
+    TModalAnswer answer;
+    answer.Type_Name("Rod");
+    Button("add_group")->setFocus();
+
+    QTest::keyClick(Button("add_group"), Qt::Key_Space);
+
+    EXPECT_THAT(d_page.Group(2), Is_Group("Rod", {}));
+    EXPECT_EQ(Entries(), QStringList({"Tape", "Gauge", "Rod"}));
+    EXPECT_EQ(Changes(), 1);
+}
+
+TEST_F(ReportGroupWidget, Commits_a_rename_before_a_new_group_takes_the_old_name)
+{
+    Fill();
+    Begin_Rename(0, "Rod");
+
+    Enter_New_Group("Tape");
+
+    EXPECT_THAT(d_page.Groups(), ElementsAre(Is_Group("Rod", {"Probe", "Thermometer"}), Is_Group("Gauge", {"Scale"}),
+                                             Is_Group("Tape", {"Probe", "Thermometer"})));
+    EXPECT_EQ(Entries(), QStringList({"Rod", "Gauge", "Tape"}));
+    EXPECT_EQ(Changes(), 2);
+}
+
 // Removing
 
 TEST_F(ReportGroupWidget, Removes_the_selected_group_without_a_question)
@@ -517,7 +604,6 @@ TEST_F(ReportGroupWidget, Removes_the_selected_group_without_a_question)
 
 TEST_F(ReportGroupWidget, Removes_all_selected_groups_at_once)
 {
-    Fill();
     d_page.Set_Groups({{"Tape", {}}, {"Gauge", {"Scale"}}, {"Rod", {}}});
     Click_Group(0);
     Click_Group(2, Qt::ControlModifier);
@@ -529,7 +615,21 @@ TEST_F(ReportGroupWidget, Removes_all_selected_groups_at_once)
     EXPECT_EQ(Changes(), 1);
 }
 
-TEST_F(ReportGroupWidget, Shows_no_members_of_a_group_that_is_being_removed)
+TEST_F(ReportGroupWidget, Removes_the_selected_groups_from_the_keyboard)
+{
+    Fill();
+    Click_Group(0);
+    QTest::keyClick(Group_List(), Qt::Key_Down, Qt::ShiftModifier);
+    Button("remove_group")->setFocus();
+
+    QTest::keyClick(Button("remove_group"), Qt::Key_Space);
+
+    EXPECT_THAT(d_page.Groups(), IsEmpty());
+    EXPECT_EQ(Entries(), QStringList());
+    EXPECT_EQ(Changes(), 1);
+}
+
+TEST_F(ReportGroupWidget, Leaves_the_shown_components_alone_while_groups_are_removed)
 {
     Fill();
     Click_Group(0);
@@ -556,9 +656,7 @@ TEST_F(ReportGroupWidget, Has_no_group_selected_after_a_removal)
 TEST_F(ReportGroupWidget, Removes_a_group_while_its_entry_is_edited)
 {
     Fill();
-    Click_Group(0);
-    QTest::keyClick(Group_List(), Qt::Key_F2);
-    QTest::keyClicks(Open_Editor(), "Rod");
+    Begin_Rename(0, "Rod");
 
     Click_Button("remove_group");
     QApplication::processEvents();
@@ -647,9 +745,7 @@ TEST_F(ReportGroupWidget, Takes_control_characters_out_of_a_new_name)
 TEST_F(ReportGroupWidget, Renames_nothing_when_the_edit_is_given_up)
 {
     Fill();
-    Click_Group(0);
-    QTest::keyClick(Group_List(), Qt::Key_F2);
-    QTest::keyClicks(Open_Editor(), "Rod");
+    Begin_Rename(0, "Rod");
 
     QTest::keyClick(Open_Editor(), Qt::Key_Escape);
 
@@ -661,9 +757,7 @@ TEST_F(ReportGroupWidget, Renames_nothing_when_the_edit_is_given_up)
 TEST_F(ReportGroupWidget, Renames_when_another_group_is_clicked_during_the_edit)
 {
     Fill();
-    Click_Group(0);
-    QTest::keyClick(Group_List(), Qt::Key_F2);
-    QTest::keyClicks(Open_Editor(), "Rod");
+    Begin_Rename(0, "Rod");
 
     Click_Group(1);
     QApplication::processEvents();
@@ -672,6 +766,82 @@ TEST_F(ReportGroupWidget, Renames_when_another_group_is_clicked_during_the_edit)
     EXPECT_EQ(Entries(), QStringList({"Rod", "Gauge"}));
     EXPECT_EQ(Selected_Components(), QStringList("Scale"));
     EXPECT_EQ(Changes(), 1);
+
+    Click_Component(3);
+    EXPECT_THAT(d_page.Group(1), Is_Group("Gauge", {"Scale", "Thermometer"}));
+}
+
+TEST_F(ReportGroupWidget, Puts_a_component_clicked_during_the_edit_into_the_renamed_group)
+{
+    Fill();
+    Begin_Rename(0, "Rod");
+
+    Click_Component(1);
+
+    EXPECT_THAT(d_page.Groups(),
+                ElementsAre(Is_Group("Rod", {"Probe", "Scale", "Thermometer"}), Is_Group("Gauge", {"Scale"})));
+    EXPECT_EQ(Entries(), QStringList({"Rod", "Gauge"}));
+    EXPECT_EQ(Changes(), 2);
+}
+
+struct TLeavingKey
+{
+    const char* case_name;
+    Qt::Key key;
+};
+
+void PrintTo(const TLeavingKey& row, std::ostream* stream)
+{
+    *stream << row.case_name;
+}
+
+class ReportGroupWidgetLeavingKey : public ReportGroupWidget, public ::testing::WithParamInterface<TLeavingKey>
+{};
+
+TEST_P(ReportGroupWidgetLeavingKey, Renames_the_group_and_goes_on_to_the_next)
+{
+    Fill();
+    Begin_Rename(0, "Rod");
+
+    QTest::keyClick(Open_Editor(), GetParam().key);
+    QApplication::processEvents();
+    Click_Component(3);
+
+    EXPECT_THAT(d_page.Groups(),
+                ElementsAre(Is_Group("Rod", {"Probe", "Thermometer"}), Is_Group("Gauge", {"Scale", "Thermometer"})));
+    EXPECT_EQ(Entries(), QStringList({"Rod", "Gauge"}));
+    EXPECT_EQ(Changes(), 2);
+}
+
+INSTANTIATE_TEST_SUITE_P(, ReportGroupWidgetLeavingKey,
+                         ::testing::Values(TLeavingKey{"Tab", Qt::Key_Tab}, TLeavingKey{"Down", Qt::Key_Down}),
+                         [](const auto& row) { return row.param.case_name; });
+
+TEST_F(ReportGroupWidget, Renames_by_a_double_click)
+{
+    Fill();
+    Click_Group(1);
+    QTest::mouseDClick(Group_List()->viewport(), Qt::LeftButton, Qt::NoModifier,
+                       Group_List()->visualItemRect(Group_List()->item(1)).center());
+    ASSERT_NE(Open_Editor(), nullptr);
+    QTest::keyClicks(Open_Editor(), "Rod");
+    QTest::keyClick(Open_Editor(), Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([this] { return Open_Editor() == nullptr; }));
+
+    EXPECT_THAT(d_page.Groups(), ElementsAre(Is_Group("Tape", {"Probe", "Thermometer"}), Is_Group("Rod", {"Scale"})));
+    EXPECT_EQ(Entries(), QStringList({"Tape", "Rod"}));
+    EXPECT_EQ(Changes(), 1);
+}
+
+TEST_F(ReportGroupWidget, Edits_no_entry_while_two_groups_are_selected)
+{
+    Fill();
+    Click_Group(0);
+    Click_Group(1, Qt::ControlModifier);
+
+    QTest::keyClick(Group_List(), Qt::Key_F2);
+
+    EXPECT_EQ(Open_Editor(), nullptr);
 }
 
 // Selecting groups

@@ -316,6 +316,14 @@ TEST(TReportWidget, Buttons_stand_side_by_side_at_the_left)
     EXPECT_LT(page.csv->geometry().right(), page.widget.width() / 2);
 }
 
+TEST(TReportWidget, Group_box_is_no_wider_than_its_groups_need)
+{
+    const TPage page;
+    EXPECT_EQ(page.group_box->x(), page.table->x());
+    EXPECT_EQ(page.group_box->width(), page.group_box->sizeHint().width());
+    EXPECT_LT(page.group_box->geometry().right(), page.table->geometry().right());
+}
+
 TEST(TReportWidget, Gives_the_height_that_is_left_to_the_table)
 {
     const TPage page;
@@ -382,7 +390,7 @@ TEST(TReportWidget, Update_tells_groups_apart_by_case_and_in_full)
 {
     TPage page;
     page.Offer_And_Choose("Part");
-    page.widget.Update_Report_Groups({"part", "Part 2"});
+    page.widget.Update_Report_Groups({"piece", "Piece 2"});
     EXPECT_EQ(page.group_box->currentText(), "<no selection>");
 }
 
@@ -440,6 +448,15 @@ TEST_P(TReportWidgetChoice, Group_asks_for_its_report_once)
     ASSERT_EQ(page.created.count(), 1);
     EXPECT_EQ(page.created.at(0).at(0).toString(), "Part");
     EXPECT_EQ(page.exported.count(), 0);
+}
+
+TEST_P(TReportWidgetChoice, Group_chosen_again_asks_for_its_report_again)
+{
+    TPage page;
+    page.Offer_And_Choose("All");
+    GetParam().choose(page.group_box, 1);
+    ASSERT_EQ(page.created.count(), 1);
+    EXPECT_EQ(page.created.at(0).at(0).toString(), "All");
 }
 
 TEST_P(TReportWidgetChoice, No_selection_clears_the_table_and_leaves_the_status)
@@ -937,6 +954,32 @@ TEST(TReportWidget, Arrow_keys_step_through_the_identifiers)
     QTest::keyClick(QApplication::focusWidget(), Qt::Key_Up);
     EXPECT_EQ(page.widget.Current_Identifier("Scale"), "Scale 1");
     EXPECT_EQ(page.created.count(), 3);
+}
+
+TEST(TReportWidget, Identifier_is_reached_and_chosen_without_the_mouse)
+{
+    TPage page;
+    const TReceiver receiver(&page, {Record("Scale", {Item("Error", "Constant", 0.003)})});
+    page.group_box->setFocus();
+    QTest::keyClick(page.group_box, Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), page.table);
+    QTest::keyClick(page.table, Qt::Key_Right);
+    ASSERT_NE(page.Editor(), nullptr);
+    Choose_With_Keyboard(page.Editor(), 2);
+    EXPECT_EQ(page.widget.Current_Identifier("Scale"), "Scale 2");
+    EXPECT_EQ(page.created.count(), 1);
+}
+
+TEST(TReportWidget, Tab_leads_from_an_open_identifier_to_the_exports)
+{
+    TPage page;
+    page.Fill({Record("Scale", {Item("Error", "Constant", 0.003)})});
+    page.Click_Cell(0, 1);
+    ASSERT_NE(page.Editor(), nullptr);
+    for (int step = 0; step < 30 && QApplication::focusWidget() != page.pdf; ++step) {
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab);
+    }
+    EXPECT_EQ(QApplication::focusWidget(), page.pdf);
 }
 
 TEST(TReportWidget, Scrolled_table_stays_where_it_is_when_an_identifier_is_chosen)

@@ -1,11 +1,14 @@
 #include "core/numberedit.h"
 #include "core/optioneditor.h"
 #include "src/variablewidget.h"
+#include "tests/support/guiacts.h"
 #include "tests/support/modalanswer.h"
 #include "tests/support/qtprinters.h"
 
 #include <QApplication>
 #include <QComboBox>
+#include <QIcon>
+#include <QImage>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -40,16 +43,14 @@ protected:
     VariableWidget()
     {
         d_page.resize(1077, 640);
-        d_page.show();
-        QApplication::setActiveWindow(&d_page);
-        EXPECT_TRUE(QTest::qWaitForWindowActive(&d_page));
+        Show_Active(&d_page);
     }
 
-    TNumberEdit* Number_Field(const QString& name) const { return d_page.findChild<TNumberEdit*>(name); }
+    TNumberEdit* Number_Field(const QString& name) const { return Child<TNumberEdit>(&d_page, name); }
 
-    QToolButton* Button(const QString& name) const { return d_page.findChild<QToolButton*>(name); }
+    QToolButton* Button(const QString& name) const { return Child<QToolButton>(&d_page, name); }
 
-    TOptionEditorWidget* List() const { return d_page.findChild<TOptionEditorWidget*>("variable_list"); }
+    TOptionEditorWidget* List() const { return Child<TOptionEditorWidget>(&d_page, "variable_list"); }
 
     QList<QLabel*> Labels() const { return d_page.findChildren<QLabel*>(); }
 
@@ -66,12 +67,7 @@ protected:
     // Where the user sees it on the page.
     QRect Place(const QWidget* widget) const { return {widget->mapTo(&d_page, QPoint()), widget->size()}; }
 
-    void Type(const QString& field, const QString& text)
-    {
-        Number_Field(field)->setFocus();
-        Number_Field(field)->selectAll();
-        QTest::keyClicks(Number_Field(field), text);
-    }
+    void Type(const QString& field, const QString& text) { Replace_Text(Number_Field(field), text); }
 
     void Click(const QString& button) { QTest::mouseClick(Button(button), Qt::LeftButton); }
 
@@ -86,13 +82,10 @@ protected:
 
     void Click_Cell(int row, int column, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
     {
-        const QModelIndex index = List()->model()->index(row, column);
-
-        List()->scrollTo(index);
-        QTest::mouseClick(List()->viewport(), Qt::LeftButton, modifiers, List()->visualRect(index).center());
+        Click_Entry(List(), List()->model()->index(row, column), modifiers);
     }
 
-    QComboBox* Open_Combo() const { return List()->viewport()->findChild<QComboBox*>(); }
+    QComboBox* Open_Combo() const { return Open_Editor<QComboBox>(List()); }
 
     // Opens the selection list of `row` and steps with the arrow keys to its entry `choice`.
     void Choose(int row, const QString& choice)
@@ -172,7 +165,6 @@ TEST_P(VariableWidgetField, Stands_in_its_row_between_label_and_unit)
     const QLabel* label = Label(GetParam().label);
     QStringList units;
 
-    ASSERT_NE(field, nullptr);
     ASSERT_NE(label, nullptr);
     for (const QLabel* candidate : Labels()) {
         const bool is_in_row = Place(candidate).center().y() >= Place(field).top() &&
@@ -194,7 +186,7 @@ TEST_P(VariableWidgetField, Is_reported_as_changed_while_it_is_typed_and_keeps_t
     Type(GetParam().object_name, "7.25000");
 
     EXPECT_EQ(Number_Field(GetParam().object_name)->text(), "7.25000");
-    EXPECT_EQ(Changes(), 7);
+    EXPECT_EQ(Changes(), 8); // the old text taken away, then each key
 }
 
 TEST_P(VariableWidgetField, Is_silent_when_the_program_fills_it)
@@ -527,6 +519,7 @@ TEST_F(VariableWidget, Lists_variables_in_two_columns_wide_enough_for_their_text
 struct TButtonRow
 {
     const char* object_name;
+    const char* icon;
     const char* text;
 };
 
@@ -541,19 +534,20 @@ class VariableWidgetButton : public VariableWidget, public ::testing::WithParamI
 TEST_P(VariableWidgetButton, Is_a_small_icon_under_the_list_that_says_what_it_does)
 {
     const QToolButton* button = Button(GetParam().object_name);
+    const QImage picture = QIcon(GetParam().icon).pixmap(16, 16).toImage();
 
-    ASSERT_NE(button, nullptr);
     EXPECT_EQ(button->size(), QSize(16, 16));
-    EXPECT_FALSE(button->icon().pixmap(16, 16).isNull());
+    ASSERT_FALSE(picture.isNull());
+    EXPECT_EQ(button->icon().pixmap(16, 16).toImage(), picture);
     EXPECT_EQ(button->toolTip(), GetParam().text);
     EXPECT_EQ(button->accessibleName(), GetParam().text);
     EXPECT_GT(Place(button).top(), Place(List()).bottom());
 }
 
 INSTANTIATE_TEST_SUITE_P(, VariableWidgetButton,
-                         ::testing::Values(TButtonRow{"add_variable", "Add variable"},
-                                           TButtonRow{"rename_variable", "Rename variable"},
-                                           TButtonRow{"remove_variable", "Remove variable"}),
+                         ::testing::Values(TButtonRow{"add_variable", ":/gui/add.png", "Add variable"},
+                                           TButtonRow{"rename_variable", ":/gui/edit.png", "Rename variable"},
+                                           TButtonRow{"remove_variable", ":/gui/remove.png", "Remove variable"}),
                          [](const auto& row) { return row.param.object_name; });
 
 TEST_F(VariableWidget, Enables_rename_and_remove_while_one_variable_of_the_user_is_selected)
@@ -720,6 +714,21 @@ TEST_F(VariableWidget, Renames_nothing_when_the_dialog_is_cancelled)
     EXPECT_EQ(Changes(), 0);
 }
 
+TEST_F(VariableWidget, Renames_the_current_variable_also_while_it_is_not_selected)
+{
+    d_page.Add_Optional_Variables(TWO_VARIABLES);
+    Click_Cell(10, 0);
+    Click_Cell(10, 0, Qt::ControlModifier);
+    ASSERT_TRUE(List()->selectedItems().isEmpty());
+
+    TModalAnswer answer;
+    answer.Type_Name("Water");
+    d_page.Rename_Variable();
+
+    EXPECT_THAT(User_Variables(), ElementsAre(Is_Variable("Water", "Thermometer"), Is_Variable("Force", "Probe")));
+    EXPECT_EQ(Changes(), 1);
+}
+
 TEST_F(VariableWidget, Renames_nothing_while_no_row_is_current)
 {
     d_page.Add_Optional_Variables(TWO_VARIABLES);
@@ -743,6 +752,18 @@ TEST_F(VariableWidget, Removes_the_selected_variable)
     EXPECT_EQ(List()->topLevelItemCount(), 11);
     EXPECT_EQ(List()->OptionName(10), "Force");
     EXPECT_EQ(Changes(), 1);
+}
+
+TEST_F(VariableWidget, Selects_the_variable_that_takes_the_place_of_the_removed_one)
+{
+    d_page.Add_Optional_Variables(TWO_VARIABLES);
+    Click_Cell(10, 0);
+
+    Click("remove_variable");
+
+    EXPECT_EQ(List()->selectedItems(), QList<QTreeWidgetItem*>{List()->topLevelItem(10)});
+    EXPECT_TRUE(Button("rename_variable")->isEnabled());
+    EXPECT_TRUE(Button("remove_variable")->isEnabled());
 }
 
 TEST_F(VariableWidget, Stores_choices_in_the_right_variable_after_a_removal)
@@ -788,6 +809,9 @@ TEST_F(VariableWidget, Has_nothing_selected_once_the_last_variable_is_removed)
 TEST_F(VariableWidget, Removes_nothing_while_no_row_is_selected)
 {
     d_page.Add_Optional_Variables(TWO_VARIABLES);
+    Click_Cell(10, 0);
+    Click_Cell(10, 0, Qt::ControlModifier);
+    ASSERT_EQ(List()->currentItem(), List()->topLevelItem(10));
 
     d_page.Remove_Variable();
 
@@ -840,10 +864,13 @@ TEST_F(VariableWidget, Stores_an_empty_description_when_no_selection_is_chosen)
 
 TEST_F(VariableWidget, Ignores_a_choice_in_a_row_without_a_selection_list)
 {
-    d_page.Variable_Selection_List_Changed(3, "Probe");
-    d_page.Variable_Selection_List_Changed(10, "Probe");
+    for (const int row : {-1, 0, 3, 9, 10}) {
+        d_page.Variable_Selection_List_Changed(row, "Probe");
+    }
 
+    EXPECT_EQ(d_page.Variable(0).description, "Machine Expansion Coefficient");
     EXPECT_EQ(d_page.Variable(3).description, "Scale Resolution");
+    EXPECT_EQ(d_page.Variable(9).description, "Test Length");
     EXPECT_EQ(Changes(), 0);
 }
 
@@ -886,6 +913,52 @@ TEST_F(VariableWidget, Keeps_a_description_that_is_not_offered_while_its_selecti
     Click_Cell(11, 0);
 
     EXPECT_EQ(d_page.Variable(10).description, "Thermometer");
+    EXPECT_EQ(Changes(), 0);
+}
+
+TEST_F(VariableWidget, Forgets_a_description_that_is_not_offered_when_the_shown_no_selection_is_chosen_by_mouse)
+{
+    d_page.Update_Variable_List({"Probe"});
+    d_page.Add_Optional_Variables(TWO_VARIABLES);
+    Click_Cell(10, 1);
+    ASSERT_NE(Open_Combo(), nullptr);
+
+    Choose_Entry(Open_Combo(), "[no selection]");
+
+    EXPECT_THAT(User_Variables(), ElementsAre(Is_Variable("Air", ""), Is_Variable("Force", "Probe")));
+    EXPECT_EQ(Row(10), QStringList({"Air", "[no selection]"}));
+    EXPECT_EQ(Changes(), 1);
+}
+
+TEST_F(VariableWidget, Forgets_a_description_that_is_not_offered_when_the_shown_no_selection_is_chosen_by_Return)
+{
+    d_page.Update_Variable_List({"Probe"});
+    d_page.Add_Optional_Variables(TWO_VARIABLES);
+    Click_Cell(10, 1);
+    ASSERT_NE(Open_Combo(), nullptr);
+
+    QTest::keyClick(Open_Combo(), Qt::Key_F4);
+    QAbstractItemView* const choices = Open_Combo()->view();
+    ASSERT_TRUE(QTest::qWaitFor([choices]() { return choices->hasFocus(); }));
+    QTest::keyClick(choices, Qt::Key_Return);
+
+    EXPECT_THAT(User_Variables(), ElementsAre(Is_Variable("Air", ""), Is_Variable("Force", "Probe")));
+    EXPECT_EQ(Row(10), QStringList({"Air", "[no selection]"}));
+    EXPECT_EQ(Changes(), 1);
+}
+
+TEST_F(VariableWidget, Is_silent_when_the_component_that_a_variable_has_is_chosen_again)
+{
+    d_page.Update_Variable_List({"Probe", "Thermometer"});
+    d_page.Add_Optional_Variables(TWO_VARIABLES);
+    const QSignalSpy choices(List(), &TOptionEditorWidget::SelectionListItemChanged);
+    Click_Cell(10, 1);
+    ASSERT_NE(Open_Combo(), nullptr);
+
+    Choose_Entry(Open_Combo(), "Thermometer");
+
+    EXPECT_EQ(choices.count(), 1);
+    EXPECT_THAT(User_Variables(), ElementsAre(Is_Variable("Air", "Thermometer"), Is_Variable("Force", "Probe")));
     EXPECT_EQ(Changes(), 0);
 }
 
@@ -994,6 +1067,33 @@ TEST_F(VariableWidget, Adds_a_variable_from_the_keyboard)
     QTest::keyClick(Button("add_variable"), Qt::Key_Space);
 
     EXPECT_THAT(User_Variables(), ElementsAre(Is_Variable("Air", "")));
+}
+
+TEST_F(VariableWidget, Renames_a_variable_from_the_keyboard)
+{
+    d_page.Add_Optional_Variables(TWO_VARIABLES);
+    List()->setFocus();
+    QTest::keyClick(List(), Qt::Key_End);
+    Button("rename_variable")->setFocus();
+    TModalAnswer answer;
+
+    answer.Type_Name("Water");
+    QTest::keyClick(Button("rename_variable"), Qt::Key_Space);
+
+    EXPECT_THAT(User_Variables(), ElementsAre(Is_Variable("Air", "Thermometer"), Is_Variable("Water", "Probe")));
+}
+
+TEST_F(VariableWidget, Removes_a_variable_from_the_keyboard_and_then_has_the_focus_in_the_list)
+{
+    d_page.Add_Optional_Variables(TWO_VARIABLES);
+    List()->setFocus();
+    QTest::keyClick(List(), Qt::Key_End);
+    Button("remove_variable")->setFocus();
+
+    QTest::keyClick(Button("remove_variable"), Qt::Key_Space);
+
+    EXPECT_THAT(User_Variables(), ElementsAre(Is_Variable("Air", "Thermometer")));
+    EXPECT_EQ(QApplication::focusWidget(), List());
 }
 
 } // namespace

@@ -256,6 +256,7 @@ void TComponentPagesFixture::Click_Option(const char* option)
 void TComponentPagesFixture::Enter_Year(const char* field, const char* year)
 {
     auto* edit = Find<QDateEdit>(field);
+    edit->clearFocus();
     edit->setFocus(Qt::TabFocusReason);
     for (int section = 0; section < YEAR_SECTION; ++section) {
         QTest::keyClick(edit, Qt::Key_Right, Qt::ControlModifier);

@@ -7,6 +7,13 @@
 
 namespace {
 
+/// Thrown by a scan that would go round for ever.
+struct TEndless
+{};
+
+TLiteralResult Process_Expression(const QString& text);
+TLiteralResult Process_Function(const QString& text, int* function_length);
+
 class TLiteralScan
 {
 public:
@@ -72,10 +79,10 @@ bool TLiteralScan::Step()
 bool TLiteralScan::Group()
 {
     if (d_position == d_started_over_at) {
-        return false; // It would start over for ever.
+        throw TEndless();
     }
     const int close = Literal_Find_Closing_Brace(d_text, d_position);
-    const TLiteralResult result = Literal_Process_Expression(d_text.mid(d_position + 1, close - d_position - 1));
+    const TLiteralResult result = Process_Expression(d_text.mid(d_position + 1, close - d_position - 1));
 
     if (!result.valid) {
         return false;
@@ -114,7 +121,7 @@ bool TLiteralScan::Operator(int oper)
 bool TLiteralScan::Function()
 {
     int length = 0;
-    const TLiteralResult result = Literal_Process_Function(d_text.mid(d_position), &length);
+    const TLiteralResult result = Process_Function(d_text.mid(d_position), &length);
 
     if (!result.valid) {
         return false;
@@ -159,7 +166,7 @@ bool TLiteralScan::Convert(int end)
 
 TLiteralResult Square_Root(const QString& argument)
 {
-    const TLiteralResult result = Literal_Process_Expression(argument);
+    const TLiteralResult result = Process_Expression(argument);
 
     return {std::sqrt(result.value), result.valid};
 }
@@ -170,10 +177,34 @@ TLiteralResult Sum_Of_Squares(const QString& argument)
     double sum = 0.0;
 
     for (const QString& part : argument.split(',', Qt::KeepEmptyParts)) {
-        result = Literal_Process_Expression(part);
+        result = Process_Expression(part);
         sum += result.value * result.value;
     }
     return {std::sqrt(sum), result.valid};
+}
+
+TLiteralResult Process_Expression(const QString& text)
+{
+    return TLiteralScan(text).Run();
+}
+
+TLiteralResult Process_Function(const QString& text, int* function_length)
+{
+    const bool is_sum = text.startsWith(QString("SUMSQ("), Qt::CaseInsensitive);
+
+    if (!is_sum && !text.startsWith(QString("SQRT("), Qt::CaseInsensitive)) {
+        return TLiteralResult();
+    }
+    const int start = is_sum ? 6 : 5;
+    const int close = Literal_Find_Closing_Brace(text, start);
+
+    if (close < 0) {
+        return TLiteralResult();
+    }
+    *function_length = close;
+    const QString argument = text.mid(start, close - start);
+
+    return is_sum ? Sum_Of_Squares(argument) : Square_Root(argument);
 }
 
 } // namespace
@@ -210,26 +241,20 @@ TLiteralResult Literal_Evaluate(const QString& text, const std::vector<TExpressi
 
 TLiteralResult Literal_Process_Expression(const QString& text)
 {
-    return TLiteralScan(text).Run();
+    try {
+        return Process_Expression(text);
+    } catch (const TEndless&) {
+        return TLiteralResult();
+    }
 }
 
 TLiteralResult Literal_Process_Function(const QString& text, int* function_length)
 {
-    const bool is_sum = text.startsWith(QString("SUMSQ("), Qt::CaseInsensitive);
-
-    if (!is_sum && !text.startsWith(QString("SQRT("), Qt::CaseInsensitive)) {
+    try {
+        return Process_Function(text, function_length);
+    } catch (const TEndless&) {
         return TLiteralResult();
     }
-    const int start = is_sum ? 6 : 5;
-    const int close = Literal_Find_Closing_Brace(text, start);
-
-    if (close < 0) {
-        return TLiteralResult();
-    }
-    *function_length = close;
-    const QString argument = text.mid(start, close - start);
-
-    return is_sum ? Sum_Of_Squares(argument) : Square_Root(argument);
 }
 
 double Literal_Apply_Expression(std::stack<double>* number_stack, std::stack<int>* oper_stack)

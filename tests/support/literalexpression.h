@@ -8,7 +8,7 @@
 /// depth, but plain. Its results are what TExpression is compared with.
 ///
 /// A scan that would never end is recognised by its state coming back: it meets the parenthesis again from which it
-/// started over. Such a scan is invalid and yields 0.0.
+/// started over. What waits for such a scan would never end either: the call is invalid and yields 0.0.
 
 struct TLiteralResult
 {

@@ -13,6 +13,18 @@
 #include <QTest>
 #include <QTimer>
 
+namespace {
+
+QPushButton* Accepting_Button(const QFileDialog* dialog)
+{
+    const auto* buttons = dialog->findChild<QDialogButtonBox*>("buttonBox");
+
+    return buttons->button(dialog->acceptMode() == QFileDialog::AcceptSave ? QDialogButtonBox::Save
+                                                                           : QDialogButtonBox::Open);
+}
+
+} // namespace
+
 namespace Screen {
 
 bool Take_Picture(QWidget* window, const QString& file)
@@ -57,7 +69,7 @@ void Answer_File_Dialog(const QString& path)
         QApplication::clipboard()->setText(path);
         name->selectAll();
         QTest::keyClick(name, Qt::Key_V, Qt::ControlModifier);
-        Click(dialog->findChild<QDialogButtonBox*>("buttonBox")->button(QDialogButtonBox::Open));
+        Click(Accepting_Button(dialog));
         if (dialog->isVisible()) {
             Answer_File_Dialog(path);
         }

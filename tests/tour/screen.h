@@ -22,7 +22,8 @@ void Click_Entry(QAbstractItemView* view, const QModelIndex& entry);
 /// Opens a combo box with the mouse and chooses the entry `index` with the keyboard.
 void Choose_Entry(QComboBox* box, int index);
 
-/// Waits for the file dialog that the next act opens, pastes `path` and clicks "Open".
+/// Waits for the file dialog that the next act opens, pastes `path` and clicks "Open" or
+/// "Save".
 void Answer_File_Dialog(const QString& path);
 
 } // namespace Screen

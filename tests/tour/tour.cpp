@@ -6,8 +6,10 @@
 #include <QAction>
 #include <QComboBox>
 #include <QFile>
+#include <QFileInfo>
 #include <QLabel>
 #include <QListWidget>
+#include <QPushButton>
 #include <QTest>
 #include <QTextStream>
 #include <QToolBar>
@@ -45,7 +47,20 @@ bool TTour::Run()
         Visit_Example(file);
     }
     Write_Figures();
+    Look_At_Maximised_Window(files.value(0));
     return d_succeeded;
+}
+
+void TTour::Look_At_Maximised_Window(const QString& file)
+{
+    d_example = "maximised";
+    d_window->showMaximized();
+    Open_File(d_examples.absoluteFilePath(file));
+    Look_At_Components();
+    Look_At_Page(Qt::Key_V, "variables");
+    Look_At_Groups();
+    Look_At_Reports();
+    Look_At_Page(Qt::Key_L, "log");
 }
 
 void TTour::Visit_Example(const QString& file)
@@ -67,12 +82,13 @@ void TTour::Open_File(const QString& path)
 
     Screen::Answer_File_Dialog(path);
     Screen::Click(Find<QToolBar>("tool_bar")->widgetForAction(open));
+    Expect(QTest::qWaitForWindowActive(d_window), "the window is active again behind the dialog");
 }
 
 void TTour::Look_At_Components()
 {
     auto* tree = Find<QTreeWidget>("budget_tree");
-    QTest::keyClick(d_window, Qt::Key_C, Qt::AltModifier);
+    Turn_To_Page(Qt::Key_C, "components");
 
     QTreeWidgetItem* root = tree->topLevelItem(0);
     Expect(root->childCount() > 0, "the tree shows components");
@@ -88,13 +104,19 @@ void TTour::Look_At_Components()
 
 void TTour::Look_At_Page(Qt::Key key, const QString& name)
 {
-    QTest::keyClick(d_window, key, Qt::AltModifier);
+    Turn_To_Page(key, name);
     Take_Picture(name);
+}
+
+void TTour::Turn_To_Page(Qt::Key key, const QString& name)
+{
+    QTest::keyClick(d_window, key, Qt::AltModifier);
+    Expect(Find<QAction>(("action_" + name).toUtf8().constData())->isChecked(), "the page is in front: " + name);
 }
 
 void TTour::Look_At_Groups()
 {
-    QTest::keyClick(d_window, Qt::Key_G, Qt::AltModifier);
+    Turn_To_Page(Qt::Key_G, "groups");
 
     auto* groups = Find<QListWidget>("group_list");
     Expect(groups->count() > 0, "the groups page shows groups");
@@ -106,7 +128,7 @@ void TTour::Look_At_Groups()
 
 void TTour::Look_At_Reports()
 {
-    QTest::keyClick(d_window, Qt::Key_R, Qt::AltModifier);
+    Turn_To_Page(Qt::Key_R, "report");
 
     auto* groups = Find<QComboBox>("report_group");
     Expect(groups->count() > 1, "the report page offers groups");
@@ -115,7 +137,19 @@ void TTour::Look_At_Reports()
         Expect(groups->currentIndex() == index, "the group is chosen: " + groups->itemText(index));
         Read_Report(groups->currentText());
         Take_Picture(QString("report_%1").arg(index));
+        Export("export_csv", QString("report_%1.csv").arg(index));
+        Export("export_pdf", QString("report_%1.pdf").arg(index));
     }
+}
+
+void TTour::Export(const char* button, const QString& name)
+{
+    const QString file = d_results.absoluteFilePath(d_example + '_' + name);
+
+    Screen::Answer_File_Dialog(file);
+    Screen::Click(Find<QPushButton>(button));
+    Expect(QTest::qWaitForWindowActive(d_window), "the window is active again behind the dialog");
+    Expect(QFileInfo(file).size() > 0, "the export is written: " + file);
 }
 
 void TTour::Read_Report(const QString& group)
