@@ -8,13 +8,18 @@
 #include "src/reportwidget.h"
 #include "src/variablewidget.h"
 
+#include <QDir>
 #include <QFile>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QPair>
 #include <QPlainTextEdit>
 #include <QScopedValueRollback>
 #include <QSet>
 #include <QTemporaryDir>
+
+#include <memory>
+#include <utility>
 
 namespace {
 
@@ -29,16 +34,26 @@ QByteArray File_Bytes(const QString& file_name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
+// Beside the target, where there is room if there is room for the target; elsewhere if that folder takes no new files,
+// as the target itself may still be written then.
+std::unique_ptr<QTemporaryDir> Draft_Folder(const QString& file_name)
+{
+    const QDir beside = QFileInfo(file_name).absoluteDir();
+    auto folder = std::make_unique<QTemporaryDir>(beside.filePath(".export-XXXXXX"));
+
+    return folder->isValid() ? std::move(folder) : std::make_unique<QTemporaryDir>();
+}
+
 // A printer writes its file as it goes and reports no error, so the document is made elsewhere and looked at before it
 // replaces anything.
 bool Write_PDF(const TReportWidget& page, const QString& file_name, QString* reason)
 {
-    const QTemporaryDir folder;
-    if (!folder.isValid()) {
-        *reason = folder.errorString();
+    const std::unique_ptr<QTemporaryDir> folder = Draft_Folder(file_name);
+    if (!folder->isValid()) {
+        *reason = folder->errorString();
         return false;
     }
-    const QString draft = folder.filePath("export.pdf");
+    const QString draft = folder->filePath("export.pdf");
     page.Write_Export_PDF_Data(draft);
     const QByteArray document = File_Bytes(draft);
     if (!Is_Whole_PDF(document)) {

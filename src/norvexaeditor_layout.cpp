@@ -2,6 +2,7 @@
 
 #include "core/entrydelegate.h"
 #include "core/messagebox.h"
+#include "src/budgettree.h"
 #include "src/componentitemwidget.h"
 #include "src/componentwidget.h"
 #include "src/iconbutton.h"
@@ -14,7 +15,6 @@
 #include <QDir>
 #include <QFrame>
 #include <QGridLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMenu>
@@ -23,7 +23,6 @@
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
-#include <QTreeWidget>
 #include <QVBoxLayout>
 
 namespace {
@@ -144,15 +143,11 @@ QWidget* TNorvexaEditor::Create_Tree_Column()
 
 void TNorvexaEditor::Create_Budget_Tree()
 {
-    d_budget_tree = new QTreeWidget;
+    d_budget_tree = new TBudgetTree;
     d_budget_tree->setObjectName("budget_tree");
     d_budget_tree->setAccessibleName(tr("Budget"));
     d_budget_tree->setSelectionMode(QAbstractItemView::ExtendedSelection);
     d_budget_tree->setAnimated(true);
-    d_budget_tree->setHeaderHidden(true);
-    // Long names are scrolled to, not cut.
-    d_budget_tree->header()->setStretchLastSection(false);
-    d_budget_tree->header()->setSectionResizeMode(QHeaderView::ResizeToContents);
     d_budget_tree->setSortingEnabled(true);
     d_budget_tree->sortByColumn(0, Qt::AscendingOrder);
     d_budget_tree->setExpandsOnDoubleClick(false);

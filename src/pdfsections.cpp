@@ -50,9 +50,9 @@ const TBoxes FORMULA_BOXES = {{0, 1}, {1, 2}, {3, 4}, {7, GROUP_CELLS}};
 
 // Cells
 
-QString Printed_Text(QString text)
+/// Line breaks, tabs and the like would leave the line.
+QString In_One_Line(QString text)
 {
-    text.remove('"');
     std::replace_if(
         text.begin(), text.end(),
         [](QChar character) { return character.isSpace() && character.category() != QChar::Separator_Space; }, ' ');
@@ -62,8 +62,8 @@ QString Printed_Text(QString text)
 QStringList Cells(const QString& line)
 {
     QStringList cells;
-    for (const QString& text : CSV_Texts(line)) {
-        cells << Printed_Text(text);
+    for (QString text : CSV_Texts(line)) {
+        cells << In_One_Line(text.remove('"'));
     }
     return cells;
 }
@@ -278,7 +278,7 @@ TPdfSection Section(const QString& title, const std::vector<TPdfRow>& rows, cons
     const TPdfGeometry& geometry = metrics.geometry;
     TPdfSection section;
 
-    section.title = Wrapped_Text(Printed_Text(title), geometry.right + 1 - geometry.left, metrics.title_width);
+    section.title = Wrapped_Text(In_One_Line(title), geometry.right + 1 - geometry.left, metrics.title_width);
     if (section.title.size() > MAXIMUM_TITLE_LINES) {
         section.title = section.title.mid(0, MAXIMUM_TITLE_LINES);
         section.title.last() += QChar(0x2026);

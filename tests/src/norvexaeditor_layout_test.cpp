@@ -21,6 +21,7 @@
 #include <QPointer>
 #include <QProcess>
 #include <QRegularExpression>
+#include <QScrollBar>
 #include <QTabWidget>
 #include <QTest>
 #include <QToolBar>
@@ -298,6 +299,27 @@ TEST_F(TNorvexaEditorLayout, The_tree_shows_its_entries_in_ascending_order)
     Add_Component("Anvil");
 
     EXPECT_EQ(Tree_Text(), "Norvexa Data(Anvil(), Probe(), Scale())");
+}
+
+TEST_F(TNorvexaEditorLayout, A_click_beside_a_short_name_in_the_tree_selects_its_entry)
+{
+    Add_Component("Probe");
+    Select_Entry("Norvexa Data");
+    const int right_edge = Tree()->viewport()->width() - 3;
+    const int height = Tree()->visualRect(Entry(Tree(), "Probe")).center().y();
+
+    QTest::mouseClick(Tree()->viewport(), Qt::LeftButton, Qt::NoModifier, QPoint(right_edge, height));
+
+    EXPECT_EQ(Selected_Entries(), QStringList("Probe"));
+}
+
+TEST_F(TNorvexaEditorLayout, A_long_name_in_the_tree_is_scrolled_to_and_not_cut)
+{
+    const QString name = QString("Probe ").repeated(40).trimmed();
+    Add_Component(name);
+
+    EXPECT_GE(Tree()->visualRect(Entry(Tree(), name)).width(), Tree()->fontMetrics().horizontalAdvance(name));
+    EXPECT_TRUE(QTest::qWaitFor([this] { return Tree()->horizontalScrollBar()->isVisible(); }));
 }
 
 TEST_F(TNorvexaEditorLayout, A_double_click_does_not_fold_the_tree)

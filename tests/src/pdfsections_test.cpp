@@ -108,6 +108,13 @@ TEST(TPdfSections, Have_the_titles_of_the_report)
               QStringList({"Budget Definition - Long scales 1", "Global Variables 1", "Budget Data - Long scales 1"}));
 }
 
+TEST(TPdfSections, Titles_have_the_name_of_the_group_as_it_is_but_in_one_line)
+{
+    const std::vector<TPdfSection> sections = Sections({}, "The \"long\"\tscales\nof A");
+    EXPECT_EQ(sections[0].title, QStringList("Budget Definition - The \"long\" scales of A"));
+    EXPECT_EQ(sections[2].title, QStringList("Budget Data - The \"long\" scales of A"));
+}
+
 TEST(TPdfSections, A_title_of_several_lines_moves_the_rows_down)
 {
     const QString name = QString("Scales_").repeated(20);

@@ -11,6 +11,7 @@
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <iterator>
 #include <memory>
 
 namespace {
@@ -114,6 +115,17 @@ TPrintedWord Word(const TPrintedPage& page, const QString& text)
     return found != page.words.end() ? *found : TPrintedWord();
 }
 
+/// All words of the page with this text, from top to bottom.
+std::vector<TPrintedWord> Words(const TPrintedPage& page, const QString& text)
+{
+    std::vector<TPrintedWord> words;
+    std::copy_if(page.words.begin(), page.words.end(), std::back_inserter(words),
+                 [&text](const TPrintedWord& word) { return word.text == text; });
+    std::sort(words.begin(), words.end(),
+              [](const TPrintedWord& one, const TPrintedWord& other) { return one.box.top() < other.box.top(); });
+    return words;
+}
+
 int Colour_Changes_To(const QImage& picture, int x, const QColor& colour)
 {
     int count = 0;
@@ -212,6 +224,69 @@ TEST_F(TReportWidgetPDF, Titles_are_larger_than_cells_and_the_foot_is_smaller)
     EXPECT_NEAR(Word(page, "Budget").box.height(), cell_height * 10 / 8, 0.1);
     EXPECT_NEAR(Word(page, "Source").box.height(), cell_height, 0.1);
     EXPECT_NEAR(Word(page, "Page").box.height(), cell_height * 6 / 8, 0.1);
+}
+
+TEST_F(TReportWidgetPDF, Titles_and_headings_are_bold_cells_and_the_foot_are_not)
+{
+    Choose_Group("Page");
+    Add_Component("Page", "Page", 1);
+    const std::vector<TPrintedWord> words = Words(Print().front(), "Page");
+    ASSERT_EQ(words.size(), 4U); // in the title, the heading, the item and the foot
+    const double title = words[0].box.width() / 10, heading = words[1].box.width() / 8;
+    const double cell = words[2].box.width() / 8, foot = words[3].box.width() / 6;
+
+    EXPECT_NEAR(title / heading, 1.0, 0.01);
+    EXPECT_NEAR(foot / cell, 1.0, 0.01);
+    EXPECT_GT(heading / cell, 1.05);
+}
+
+// On A4 paper the row height is 157 dots of 1/1200 inch, so that a page has 53 slots.
+TEST_F(TReportWidgetPDF, Rows_follow_at_the_row_height_and_two_slots_at_the_foot_stay_empty)
+{
+    constexpr double ROW_HEIGHT = 157 * 72 / 1200.0;
+    for (int variable = 1; variable <= 60; ++variable) {
+        Add_Variable(QString(), "v" + QString::number(variable), {1.0});
+    }
+    const std::vector<TPrintedPage> pages = Print();
+    ASSERT_EQ(pages.size(), 4U);
+    const double first_row = Word(pages[1], "v1").box.top();
+
+    EXPECT_NEAR(Word(pages[1], "Global").box.top(), 840 * 72 / 1200.0, 0.5);
+    EXPECT_NEAR(first_row, 840 * 72 / 1200.0 + 2 * ROW_HEIGHT, 0.5);
+    EXPECT_NEAR(Word(pages[1], "v51").box.top() - first_row, 50 * ROW_HEIGHT, 0.1);
+    EXPECT_NEAR(Word(pages[1], "Page").box.top(), 9759 * 72 / 1200.0, 0.5);
+    EXPECT_EQ(pages[1].Rows().size(), 1 + 51 + 1);
+    EXPECT_EQ(pages[2].Rows().mid(0, 2), QStringList({"Global Variables", "v52 1.000000"}));
+    EXPECT_NEAR(Word(pages[2], "v52").box.top(), first_row, 0.1);
+    EXPECT_EQ(pages[2].Rows().last(), Foot(3));
+    EXPECT_EQ(pages[3].Rows().last(), Foot(4));
+}
+
+TEST_F(TReportWidgetPDF, Rules_are_grey_across_the_columns_and_texts_are_black)
+{
+    Add_Component("Scale", "Drift", 1);
+    Print();
+    const QImage picture = Pdf_Picture(File(), 1, 300);
+    int rule_rows = 0;
+
+    for (int y = 0; y < picture.height(); ++y) {
+        std::vector<int> grey;
+        for (int x = 0; x < picture.width(); ++x) {
+            const QColor colour = picture.pixelColor(x, y);
+            ASSERT_TRUE(colour == Qt::white || colour == Qt::black || colour == QColor(164, 164, 164))
+                << colour.name().toStdString() << " at " << x << ", " << y;
+            if (colour == QColor(164, 164, 164)) {
+                grey.push_back(x);
+            }
+        }
+        if (!grey.empty()) {
+            EXPECT_NEAR(grey.front(), 420 / 4, 2);
+            EXPECT_NEAR(grey.back(), 13612 / 4, 2);
+            ++rule_rows;
+        }
+    }
+    EXPECT_GE(rule_rows, 1);
+    EXPECT_LE(rule_rows, 3);
 }
 
 TEST_F(TReportWidgetPDF, Grey_rules_stand_under_the_headings)
@@ -408,6 +483,7 @@ TEST_F(TReportWidgetPDF, Pages_of_a_group_longer_than_a_page_have_its_positions_
             EXPECT_EQ(rows.value(1), "Position (mm) 0.0 100.0");
             EXPECT_FALSE(rows.value(rows.size() - 2).endsWith("Component"))
                 << rows.value(rows.size() - 2).toStdString();
+            EXPECT_EQ(rows.last(), Foot(1 + static_cast<int>(&page - pages.data())));
             ++data_pages;
         }
     }
