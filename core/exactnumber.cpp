@@ -1,5 +1,8 @@
 #include "core/exactnumber.h"
 
+#include <cstddef>
+#include <limits>
+
 namespace {
 
 /// The part of `value` that fits in half of its bits, so that products of halves are exact.
@@ -63,9 +66,11 @@ TExactNumber& TExactNumber::operator-=(const TExactNumber& b)
     return *this += b * -1.0;
 }
 
-double TExactNumber::Rounded() const
+double TExactNumber::Sign() const
 {
-    return static_cast<double>(Sum());
+    const TPart sum = Sum();
+
+    return sum == sum ? static_cast<double>((sum > 0) - (sum < 0)) : std::numeric_limits<double>::quiet_NaN();
 }
 
 TExactNumber operator*(const TExactNumber& a, const TExactNumber& b)

@@ -13,13 +13,6 @@
 
 namespace {
 
-// A file size limit or a reader that has gone must arrive as an error of the write, and not end the program.
-void Ignore_Write_Signals()
-{
-    static const bool IGNORED = std::signal(SIGXFSZ, SIG_IGN) != SIG_ERR && std::signal(SIGPIPE, SIG_IGN) != SIG_ERR;
-    Q_UNUSED(IGNORED)
-}
-
 QString System_Reason(int code)
 {
     return QString::fromStdString(std::generic_category().message(code));
@@ -123,18 +116,20 @@ bool Write_Opened(int descriptor, const QByteArray& bytes)
     return S_ISREG(status.st_mode) ? Overwrite(descriptor, status.st_size, bytes) : Write_Bytes(descriptor, bytes);
 }
 
-bool Write_In_Place(const QString& name, const QByteArray& bytes, QString* reason)
+TFileWrite Write_In_Place(const QString& name, const QByteArray& bytes, QString* reason)
 {
     constexpr mode_t READ_WRITE_FOR_ALL = 0666;
     // Without O_NONBLOCK a pipe that nobody reads would be waited for.
     TDescriptor file(
         open(QFile::encodeName(name).constData(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, READ_WRITE_FOR_ALL));
 
-    if (file.Get() >= 0 && Write_Opened(file.Get(), bytes) && file.Close()) {
-        return true;
+    const bool is_open = file.Get() >= 0;
+
+    if (is_open && Write_Opened(file.Get(), bytes) && file.Close()) {
+        return TFileWrite::Done;
     }
     *reason = System_Reason(errno);
-    return false;
+    return is_open ? TFileWrite::Not_Written : TFileWrite::Not_Opened;
 }
 
 bool Takes_All(QSaveFile* file, const QByteArray& bytes)
@@ -152,7 +147,7 @@ bool Takes_All(QSaveFile* file, const QByteArray& bytes)
     return file->flush() && file->error() == QFileDevice::NoError;
 }
 
-bool Commit(QSaveFile* file, const QByteArray& bytes, QString* reason)
+TFileWrite Commit(QSaveFile* file, const QByteArray& bytes, QString* reason)
 {
     // On a full disk the commit can report success and put a cut file in place, so all is checked before it. A network
     // disk may tell only now that it is full.
@@ -160,16 +155,16 @@ bool Commit(QSaveFile* file, const QByteArray& bytes, QString* reason)
     const bool is_on_disk = is_taken && fsync(file->handle()) == 0;
 
     if (is_on_disk && file->commit()) {
-        return true;
+        return TFileWrite::Done;
     }
     *reason = is_taken && !is_on_disk ? System_Reason(errno) : file->errorString();
     file->cancelWriting();
-    return false;
+    return TFileWrite::Not_Written;
 }
 
 } // namespace
 
-bool Write_Whole_File(const QString& name, const QByteArray& bytes, QString* reason)
+TFileWrite Write_Whole_File(const QString& name, const QByteArray& bytes, QString* reason)
 {
     Ignore_Write_Signals();
 
@@ -179,4 +174,10 @@ bool Write_Whole_File(const QString& name, const QByteArray& bytes, QString* rea
         return Write_In_Place(name, bytes, reason);
     }
     return Commit(&file, bytes, reason);
+}
+
+void Ignore_Write_Signals()
+{
+    std::signal(SIGXFSZ, SIG_IGN);
+    std::signal(SIGPIPE, SIG_IGN);
 }

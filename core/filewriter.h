@@ -3,9 +3,21 @@
 #include <QByteArray>
 #include <QString>
 
+/// What came of writing a file.
+enum class TFileWrite
+{
+    Done,
+    Not_Opened,
+    Not_Written ///< not every byte arrived
+};
+
 /// Replaces the file `name` by `bytes` in one step: afterwards it is the old file whole or the new one whole. A target
 /// that has several links, belongs to another user or group, is no regular file, or stands in a folder that takes no
-/// new file, is written in place; a symbolic link is followed, the permissions are kept. Returns whether every byte
-/// arrived; on failure `reason` receives the system's error text and the old file is still there, unless a device
-/// failed while it was written in place. The first call makes the process ignore SIGXFSZ and SIGPIPE.
-bool Write_Whole_File(const QString& name, const QByteArray& bytes, QString* reason);
+/// new file, is written in place; a symbolic link is followed, the permissions are kept. On failure
+/// `reason` receives the system's error text and the old file is still there, unless a device
+/// failed while it was written in place. Calls Ignore_Write_Signals.
+TFileWrite Write_Whole_File(const QString& name, const QByteArray& bytes, QString* reason);
+
+/// Makes the process ignore SIGXFSZ and SIGPIPE, so that a file size limit or a reader that has gone arrives as an
+/// error of the write and does not end the program.
+void Ignore_Write_Signals();

@@ -52,10 +52,13 @@ void Eliminate(int rows, int columns, int k, double* matrix)
 
     std::for_each(pivot_row + k, pivot_row + columns, [pivot](double& element) { element /= pivot; });
     for (int i = 0; i < rows; ++i) {
+        if (i == k) {
+            continue;
+        }
         double* const row = Row(matrix, columns, i);
         const double factor = row[k];
 
-        for (int column = 0; i != k && column < columns; ++column) {
+        for (int column = 0; column < columns; ++column) {
             row[column] -= factor * pivot_row[column];
         }
     }

@@ -27,7 +27,8 @@ bool Fit_Line(const std::vector<TVector2>& points, double* slope, double* interc
 bool Get_Endfit_Slope(const std::vector<TVector2>& points, double* slope);
 
 /// The slope from the origin to the mean of the points, all of them turned to the side of positive x. Where that is
-/// steeper than 1, or all points are near x = 0, the slope of Fit_Line. False, and a slope of 0, if there is none.
+/// steeper than 1, or all points are near x = 0, the slope of Fit_Line. False, and a slope of 0, for no point at all
+/// and for a single one where Fit_Line would be needed.
 bool Get_Slope_Through_Zero(const std::vector<TVector2>& points, double* slope);
 
 } // namespace Regression

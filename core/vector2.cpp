@@ -83,13 +83,13 @@ TVector2& TVector2::Normal()
 bool TVector2::Is_Point_In_Triangle(const TVector2& p, const TVector2& a, const TVector2& b, const TVector2& c)
 {
     const TExactNumber area = Doubled_Area(a, b, c);
-    const double orientation = area.Rounded() < 0.0 ? -1.0 : 1.0;
+    const double orientation = area.Sign() < 0.0 ? -1.0 : 1.0;
     const TExactNumber ab = Doubled_Area(a, b, p) * orientation;
     const TExactNumber bc = Doubled_Area(b, c, p) * orientation;
     const TExactNumber ca = Doubled_Area(c, a, p) * orientation;
     const TExactNumber excess = ab + bc + ca - area * orientation;
 
-    return ab.Rounded() > 0.0 && bc.Rounded() > 0.0 && ca.Rounded() > 0.0 && excess.Rounded() <= 0.0;
+    return ab.Sign() > 0.0 && bc.Sign() > 0.0 && ca.Sign() > 0.0 && excess.Sign() <= 0.0;
 }
 
 double operator^(const TVector2& a, const TVector2& b)

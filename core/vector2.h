@@ -17,10 +17,10 @@ public:
     TVector2& operator+=(double d);
     TVector2& operator-=(double d);
     TVector2& operator*=(double d);
-    /// Only for divisors above the smallest difference of 1.0 to another double: a negative one is refused like zero.
+    /// Only for divisors above std::numeric_limits<double>::epsilon(): a negative one is refused like zero.
     TVector2& operator/=(double d);
 
-    /// Scales the vector to the length 1 and returns it. Only for vectors longer than the smallest divisor.
+    /// Scales the vector to the length 1 and returns it. Only for vectors longer than the epsilon of double.
     TVector2& Normal();
 
     /// Whether `p` lies inside the triangle of the corners `a`, `b` and `c`, whichever way round they stand. Points on

@@ -17,13 +17,13 @@ public:
     TVector3& operator+=(double d);
     TVector3& operator-=(double d);
     TVector3& operator*=(double d);
-    /// Only for divisors above the smallest difference of 1.0 to another double: a negative one is refused like zero.
+    /// Only for divisors above std::numeric_limits<double>::epsilon(): a negative one is refused like zero.
     TVector3& operator/=(double d);
 
     /// Becomes the cross product of this and `b`; stays as it is if `b` is this very object.
     TVector3& operator*=(const TVector3& b);
 
-    /// Scales the vector to the length 1 and returns it. Only for vectors longer than the smallest divisor.
+    /// Scales the vector to the length 1 and returns it. Only for vectors longer than the epsilon of double.
     TVector3& Normal();
 
 private:

@@ -149,7 +149,7 @@ void TXmlFile::Write_File(bool compact)
         throw TXmlFileException(QString("ERR:  Cannot open file '%1' for writing").arg(d_file_name),
                                 TXmlFileException::File_Access);
     }
-    if (!Write_Whole_File(d_file_name, Document_Bytes(compact), &reason)) {
+    if (Write_Whole_File(d_file_name, Document_Bytes(compact), &reason) != TFileWrite::Done) {
         Throw_Content(QString("ERR:  Cannot write file '%1'.  Reason: %2").arg(d_file_name, reason));
     }
 }

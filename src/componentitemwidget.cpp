@@ -3,6 +3,7 @@
 #include "core/numberedit.h"
 #include "core/teardown.h"
 #include "core/xmltext.h"
+#include "src/taborder.h"
 #include "src/titlelabel.h"
 
 #include <QButtonGroup>
@@ -325,9 +326,7 @@ void TComponentItemWidget::Set_Tab_Order()
         d_uc_type,          d_distribution, d_sensitivity, d_expression, d_use_default_expression, d_length_independent,
         d_length_dependent, d_linear,       d_temperature};
 
-    for (int i = 1; i < order.size(); ++i) {
-        setTabOrder(order[i - 1], order[i]);
-    }
+    Set_Tab_Order_Of(order);
 }
 
 void TComponentItemWidget::Connect_Signals()

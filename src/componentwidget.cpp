@@ -6,20 +6,19 @@
 #include "core/numberedit.h"
 #include "core/teardown.h"
 #include "core/xmltext.h"
+#include "src/calibrationdateedit.h"
 #include "src/iconbutton.h"
 #include "src/namedialog.h"
+#include "src/taborder.h"
 #include "src/titlelabel.h"
 
-#include <QCalendarWidget>
 #include <QCheckBox>
-#include <QDateEdit>
 #include <QEvent>
 #include <QFrame>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QListWidget>
-#include <QLocale>
 #include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QSignalBlocker>
@@ -57,8 +56,6 @@ enum TColumn
 const int LENGTH_DECIMALS = 5;
 const int EXPANSION_COEFFICIENT_DECIMALS = 2;
 
-const char* const DATE_FORMAT = "MMM d yyyy";
-
 // The text that heads every list of identifiers and stands for none of them.
 const char* const DEFAULT_IDENTIFIER = "[Default]";
 
@@ -66,13 +63,6 @@ const char* const DEFAULT_IDENTIFIER = "[Default]";
 bool Is_Usable_Name(const QString& name)
 {
     return !Xml_Is_Blank(name) && name.compare(DEFAULT_IDENTIFIER, Qt::CaseInsensitive) != 0;
-}
-
-QDate Date_Or_Today(const QString& text)
-{
-    const QDate date = QLocale::c().toDate(text, DATE_FORMAT);
-
-    return date.isValid() ? date : QDate::currentDate();
 }
 
 void Add_Label(QGridLayout* layout, int row, const QString& text, QWidget* buddy,
@@ -93,54 +83,6 @@ TButton* Add_Option(QGridLayout* layout, int row, const QString& object_name, co
 }
 
 } // namespace
-
-/// A date editor with English names. It shows its date only while it is enabled, and remembers whether the user has
-/// changed it.
-class TCalibrationDateEdit : public QDateEdit
-{
-public:
-    explicit TCalibrationDateEdit(QWidget* parent = nullptr) : QDateEdit(parent)
-    {
-        setLocale(QLocale::c());
-        setDisplayFormat("ddd MMM d yyyy");
-        setCalendarPopup(true);
-        calendarWidget()->setLocale(QLocale::c());
-        // Without a date on show Qt would take the editor for narrower than it has to be.
-        setMinimumWidth(sizeHint().width());
-        connect(this, &QDateEdit::dateChanged, this, &TCalibrationDateEdit::Mark_Edited);
-    }
-
-    void Show_Date(const QDate& shown_date)
-    {
-        setDate(shown_date);
-        Clear_Edited();
-    }
-
-    QString Date_Text() const { return QLocale::c().toString(date(), DATE_FORMAT); }
-
-    bool Is_Edited() const { return d_is_edited; }
-    void Clear_Edited() { d_is_edited = false; }
-
-protected:
-    QString textFromDateTime(const QDateTime& date_time) const override
-    {
-        return isEnabled() ? QDateEdit::textFromDateTime(date_time) : QString();
-    }
-
-    void changeEvent(QEvent* event) override
-    {
-        QDateEdit::changeEvent(event);
-        if (event->type() == QEvent::EnabledChange) {
-            const QSignalBlocker blocker(lineEdit());
-            lineEdit()->setText(textFromDateTime(dateTime()));
-        }
-    }
-
-private:
-    void Mark_Edited() { d_is_edited = true; }
-
-    bool d_is_edited = false;
-};
 
 TComponentWidget::TComponentWidget(QWidget* parent) : QWidget(parent)
 {
@@ -252,8 +194,8 @@ void TComponentWidget::Set_Dates(const QString& calibration, const QString& due)
 {
     const QScopedValueRollback<bool> suppress(d_suppress_signals, true);
 
-    d_calibration_date->Show_Date(Date_Or_Today(calibration));
-    d_calibration_due_date->Show_Date(Date_Or_Today(due));
+    d_calibration_date->Show_Date(calibration);
+    d_calibration_due_date->Show_Date(due);
 }
 
 void TComponentWidget::Clear_Dates()
@@ -477,9 +419,7 @@ void TComponentWidget::Set_Tab_Order()
                                    d_expansion_coefficient, d_mode_single,          d_mode_sum,
                                    d_mode_export_equipment, d_mode_limit_length};
 
-    for (int i = 1; i < order.size(); ++i) {
-        setTabOrder(order[i - 1], order[i]);
-    }
+    Set_Tab_Order_Of(order);
 }
 
 void TComponentWidget::Connect_Signals()

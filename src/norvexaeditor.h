@@ -260,4 +260,5 @@ private:
     std::vector<TVariable> d_global_variables;
     std::vector<TReportData> d_group_records;
     std::vector<TReportData> d_variable_records;
+    bool d_group_is_complete = false;
 };

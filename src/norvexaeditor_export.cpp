@@ -18,9 +18,6 @@
 #include <QSet>
 #include <QTemporaryDir>
 
-#include <memory>
-#include <utility>
-
 namespace {
 
 constexpr int POSITION_DECIMALS = 3;
@@ -34,33 +31,35 @@ QByteArray File_Bytes(const QString& file_name)
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
 }
 
-// Beside the target, where there is room if there is room for the target; elsewhere if that folder takes no new files,
-// as the target itself may still be written then.
-std::unique_ptr<QTemporaryDir> Draft_Folder(const QString& file_name)
+// Prints into a new folder, which is gone afterwards with all that it took of the disk. What could not be printed is
+// missing or cut.
+QByteArray Printed_Document(const TReportWidget& page, const QString& folder_template)
 {
-    const QDir beside = QFileInfo(file_name).absoluteDir();
-    auto folder = std::make_unique<QTemporaryDir>(beside.filePath(".export-XXXXXX"));
-
-    return folder->isValid() ? std::move(folder) : std::make_unique<QTemporaryDir>();
+    const QTemporaryDir folder(folder_template);
+    if (!folder.isValid()) {
+        return {};
+    }
+    const QString draft = folder.filePath("export.pdf");
+    page.Write_Export_PDF_Data(draft);
+    return File_Bytes(draft);
 }
 
 // A printer writes its file as it goes and reports no error, so the document is made elsewhere and looked at before it
 // replaces anything.
 bool Write_PDF(const TReportWidget& page, const QString& file_name, QString* reason)
 {
-    const std::unique_ptr<QTemporaryDir> folder = Draft_Folder(file_name);
-    if (!folder->isValid()) {
-        *reason = folder->errorString();
-        return false;
+    Ignore_Write_Signals(); // The printer's writes, too.
+
+    QByteArray document = Printed_Document(page, QFileInfo(file_name).absoluteDir().filePath(".export-XXXXXX"));
+    if (!Is_Whole_PDF(document)) {
+        // The folder takes no new files or has no room; whether the target can be written shows when it is.
+        document = Printed_Document(page, QDir::temp().filePath("export-XXXXXX"));
     }
-    const QString draft = folder->filePath("export.pdf");
-    page.Write_Export_PDF_Data(draft);
-    const QByteArray document = File_Bytes(draft);
     if (!Is_Whole_PDF(document)) {
         *reason = "The document could not be completed.";
         return false;
     }
-    return Write_Whole_File(file_name, document, reason);
+    return Write_Whole_File(file_name, document, reason) == TFileWrite::Done;
 }
 
 } // namespace
@@ -135,7 +134,8 @@ void TNorvexaEditor::Generate_Export_Report(const QString& group)
     }
     Create_Report_Data(group);
     d_report_widget->Clear_Export();
-    if (!Update_Exports(start, end, increment)) {
+    // A part of a group would pass for the whole on a certificate.
+    if (!d_group_is_complete || !Update_Exports(start, end, increment)) {
         Report_Failure("ERR:  Cannot generate export data.");
         return;
     }

@@ -68,6 +68,7 @@ public:
 
 void TNorvexaEditor::Create_Report_Data(const QString& group)
 {
+    d_group_is_complete = false;
     Write_Log_Text(QString("Calculating data for group: %1").arg(group));
     Collect_Global_Variables();
     d_group_records.clear();
@@ -78,6 +79,7 @@ void TNorvexaEditor::Create_Report_Data(const QString& group)
             return;
         }
     }
+    d_group_is_complete = true;
     d_norvexa.Reset_Expression_Variables();
     for (const TVariable& variable : d_global_variables) {
         d_norvexa.Add_Expression_Variable(variable.name, variable.value);

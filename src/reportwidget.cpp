@@ -3,6 +3,7 @@
 #include "core/number.h"
 #include "core/optioneditor.h"
 #include "src/combineduncertainty.h"
+#include "src/taborder.h"
 
 #include <QApplication>
 #include <QBrush>
@@ -206,9 +207,7 @@ void TReportWidget::Create_Layout()
     // The table takes the height that is left; the spacer below it none.
     layout->setRowStretch(1, 1);
 
-    setTabOrder(d_group_box, d_table);
-    setTabOrder(d_table, d_export_pdf);
-    setTabOrder(d_export_pdf, d_export_csv);
+    Set_Tab_Order_Of({d_group_box, d_table, d_export_pdf, d_export_csv});
 }
 
 QLayout* TReportWidget::Create_Output_Layout() const

@@ -27,6 +27,18 @@ void Append_Section(const QString& title, const std::vector<QString>& lines, QBy
     Append_Lines(lines, bytes);
 }
 
+QString Failure_Text(TFileWrite result, const QString& file, const QString& reason)
+{
+    switch (result) {
+    case TFileWrite::Not_Opened:
+        return "ERR:  " + reason;
+    case TFileWrite::Not_Written:
+        return QString("ERR:  Cannot write file '%1'.  Reason: %2").arg(file, reason);
+    default:
+        return QString();
+    }
+}
+
 } // namespace
 
 QStringList TReportWidget::Split_CSV_Data(const QString& line) const
@@ -45,7 +57,7 @@ bool TReportWidget::Write_Export_CSV_Data(const QString& file) const
     Append_Line(QString(), &bytes);
     Append_Lines(d_export_lines.formula.csv, &bytes);
 
-    const bool is_written = Write_Whole_File(file, bytes, &reason);
-    d_last_error = is_written ? QString() : "ERR:  " + reason;
-    return is_written;
+    const TFileWrite result = Write_Whole_File(file, bytes, &reason);
+    d_last_error = Failure_Text(result, file, reason);
+    return result == TFileWrite::Done;
 }

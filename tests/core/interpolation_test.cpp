@@ -209,6 +209,7 @@ INSTANTIATE_TEST_SUITE_P(
         TLineRow{"One_point", Through_Zero, {{4, 2}}, {true, {0.5}}},
         TLineRow{"Mean_x_at_the_limit", Through_Zero, {{1e-6, 0}, {1e-6, 0}}, {true, {0}}},
         TLineRow{"All_x_near_zero_fall_back_to_the_line", Through_Zero, {{1e-7, 0}, {3e-7, 1e-7}}, {true, {0.5}}},
+        TLineRow{"Mean_and_not_sum_of_x_near_zero", Through_Zero, {{0x1p-21, 0}, {0x1p-20, 0x1p-22}}, {true, {0.5}}},
         TLineRow{"One_point_near_zero", Through_Zero, {{1e-7, 0}}, {false, {0}}},
         TLineRow{"One_steep_point", Through_Zero, {{1, 3}}, {false, {0}}},
         TLineRow{"No_point", Through_Zero, {}, {false, {0}}}),
@@ -234,6 +235,14 @@ TEST(Regression, Fit_Line_of_equal_x_is_no_number_and_still_true)
     EXPECT_TRUE(result.ok);
     EXPECT_TRUE(std::isnan(result.values[0]));
     EXPECT_TRUE(std::isnan(result.values[1]));
+}
+
+TEST(Regression, Get_Slope_Through_Zero_of_x_0_only_is_no_number_and_still_true)
+{
+    const TResult result = Through_Zero({{0, 1}, {0, 2}});
+
+    EXPECT_TRUE(result.ok);
+    EXPECT_TRUE(std::isnan(result.values[0]));
 }
 
 // Polynomials
@@ -278,7 +287,12 @@ INSTANTIATE_TEST_SUITE_P(
                   Points_On({-2, -1, 0, 1, 2, 3},
                             [](double x) { return x * x * x * x - 2 * x * x * x + 3 * x * x - 4 * x + 5; }),
                   {true, {1, -2, 3, -4, 5}}},
+        TCurveRow{"Fourth_power_off_the_curve",
+                  4,
+                  {{-2, 56}, {-2, 58}, {-1, 15}, {0, 4}, {0, 6}, {1, 3}, {2, 8}, {2, 10}},
+                  {true, {1, -2, 3, -4, 5}}},
         TCurveRow{"Fourth_power_needs_five_points", 4, {{0, 1}, {1, 2}, {2, 5}, {3, 4}}, {false, {0, 0, 0, 0, 0}}},
+        TCurveRow{"Fourth_power_of_three_x", 4, {{0, 1}, {1, 2}, {-1, 5}, {1, 6}, {0, 2}}, {false, {0, 0, 0, 0, 0}}},
         TCurveRow{"Fourth_power_of_equal_x", 4, {{0, 1}, {0, 2}, {0, 5}, {0, 6}, {0, 7}}, {false, {0, 0, 0, 0, 0}}}),
     [](const auto& row) { return row.param.name; });
 
@@ -429,6 +443,24 @@ TEST(Extrapolation, The_position_may_be_the_very_variable_of_the_value)
     EXPECT_EQ(value, 8.0);
 }
 
+TEST(Extrapolation, A_position_that_is_no_number_has_a_value_that_is_none)
+{
+    double value = UNTOUCHED;
+
+    EXPECT_TRUE(Extrapolation::Get_Value({{0, 0}, {10, 20}}, NOT_A_NUMBER, &value));
+    EXPECT_TRUE(std::isnan(value));
+}
+
+TEST(Extrapolation, A_key_that_no_pair_encloses_leaves_0_in_both_coordinates)
+{
+    double x = UNTOUCHED;
+    double y = UNTOUCHED;
+
+    EXPECT_FALSE(Extrapolation::Get_Value_XY({{1, 2, 0}, {3, 4, 5e-7}, {5, 6, 1.2e-6}}, 3e-7, &x, &y));
+    EXPECT_EQ(x, 0.0);
+    EXPECT_EQ(y, 0.0);
+}
+
 using TSpatialLookUp = bool (*)(const std::vector<TVector3>&, const double&, double*, double*);
 
 struct TSpatialRow
@@ -455,6 +487,11 @@ protected:
 TEST_P(Extrapolation_Coordinates, Are_the_two_others_at_the_key)
 {
     EXPECT_EQ(Look_Up({{0, 10, 100}, {1, 30, 400}, {3, 40, 500}}), GetParam().result);
+}
+
+TEST_P(Extrapolation_Coordinates, Are_the_same_in_descending_order)
+{
+    EXPECT_EQ(Look_Up({{3, 40, 500}, {1, 30, 400}, {0, 10, 100}}), GetParam().result);
 }
 
 TEST_P(Extrapolation_Coordinates, Need_two_points)

@@ -176,6 +176,17 @@ INSTANTIATE_TEST_SUITE_P(
                       TTriangleRow{"Not_a_number", TVector2(std::numeric_limits<double>::quiet_NaN(), 1.0), false}),
     [](const auto& row) { return row.param.name; });
 
+TEST(TVector2, A_triangle_whose_area_no_double_holds_has_its_points)
+{
+    const TVector2 a(0.0, 0.0);
+    const TVector2 b(4e-200, 0.0);
+    const TVector2 c(0.0, 4e-200);
+
+    EXPECT_TRUE(TVector2::Is_Point_In_Triangle(TVector2(1e-200, 1e-200), a, b, c));
+    EXPECT_TRUE(TVector2::Is_Point_In_Triangle(TVector2(1e-200, 1e-200), c, b, a));
+    EXPECT_FALSE(TVector2::Is_Point_In_Triangle(TVector2(3e-200, 3e-200), a, b, c));
+}
+
 TEST(TVector2, A_triangle_without_area_holds_no_point)
 {
     const TVector2 a(0.1, 0.1);

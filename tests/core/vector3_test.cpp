@@ -4,6 +4,7 @@
 #include <gtest/gtest.h>
 
 #include <array>
+#include <cmath>
 #include <csignal>
 #include <limits>
 
@@ -64,6 +65,13 @@ TEST(TVector3, Normal_scales_to_the_length_1_and_returns_the_vector_itself)
 
     EXPECT_EQ(&vector.Normal(), &vector);
     EXPECT_EQ(Components(vector), (TComponents{2.0 / 7.0, -3.0 / 7.0, 6.0 / 7.0}));
+}
+
+TEST(TVector3, Normal_of_a_huge_vector_does_not_overflow)
+{
+    TVector3 vector(std::ldexp(2.0, 600), std::ldexp(3.0, 600), std::ldexp(6.0, 600));
+
+    EXPECT_EQ(Components(vector.Normal()), (TComponents{2.0 / 7.0, 3.0 / 7.0, 6.0 / 7.0}));
 }
 
 TEST(TVector3, Normal_of_a_vector_without_length_is_a_programming_error)

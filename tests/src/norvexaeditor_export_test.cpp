@@ -12,6 +12,7 @@
 #include <QTreeWidget>
 
 #include <algorithm>
+#include <csignal>
 #include <string>
 #include <sys/mount.h>
 #include <unistd.h>
@@ -193,6 +194,12 @@ protected:
         EXPECT_TRUE(QFile::setPermissions(d_folder.path(), look | QFile::WriteOwner));
     }
 
+    /// What a folder holds, hidden files and folders included.
+    QStringList Entries(const QString& folder) const
+    {
+        return QDir(Path(folder)).entryList(QDir::AllEntries | QDir::Hidden | QDir::System | QDir::NoDotAndDotDot);
+    }
+
     QStringList Log_Lines() const { return Log().split('\n'); }
 
     void Write_File(const QString& name, const QByteArray& bytes) const
@@ -255,6 +262,19 @@ TEST_F(TNorvexaEditorExport, Ends_silently_when_the_dialog_is_cancelled)
     d_answer.Cancel_File();
 
     Click_Export_CSV();
+
+    EXPECT_EQ(Log(), "");
+    EXPECT_EQ(Page(), "Report");
+    EXPECT_EQ(Files(), QStringList("budget.norvexa"));
+}
+
+TEST_F(TNorvexaEditorExport, Ends_silently_when_the_dialog_for_a_PDF_is_cancelled)
+{
+    Show(Probe_Budget());
+    ASSERT_NE(Log(), "");
+    d_answer.Cancel_File();
+
+    Click_Export_PDF();
 
     EXPECT_EQ(Log(), "");
     EXPECT_EQ(Page(), "Report");
@@ -401,6 +421,20 @@ TEST_F(TNorvexaEditorExport, Logs_the_collection_and_each_item_at_each_length)
                  << Line({length.at(0) + ".000 mm", length.at(1), "Probe", "Ball"});
     }
     EXPECT_EQ(Log_Lines(), expected);
+}
+
+TEST_F(TNorvexaEditorExport, Logs_the_component_of_a_data_variable_before_the_group)
+{
+    Show(Bend_Budget("0.02"));
+
+    Export_CSV(Path("export.csv"));
+
+    const QStringList lines = Log_Lines();
+    EXPECT_EQ(
+        lines.mid(lines.size() - 8),
+        QStringList({Line({""}), Line({"Position", "Value", "Component", "Component Item"}), Line({"Beam"}),
+                     Line({"", "Bend = 0.020000"}), Line({"100.000 mm", "0.020000", "Beam", "Load"}), Line({"Probe"}),
+                     Line({"", "L = 100.000000"}), Line({"100.000 mm", "0.003100", "Probe", "Ball"})}));
 }
 
 TEST_F(TNorvexaEditorExport, Leaves_the_shown_report_and_its_buttons_alone)
@@ -565,6 +599,23 @@ TEST_F(TNorvexaEditorExport, Nothing_of_one_length_reaches_the_next)
     EXPECT_EQ(Rows(",Export Variables"), QStringList(",Export Variables,Bend,0.020000000,0.020000000,0.020000000"));
 }
 
+TEST_F(TNorvexaEditorExport, A_data_variable_does_not_meet_the_next_one_from_the_length_before)
+{
+    TBudgetFile budget = Probe_Budget("0.003+0*First+0*Second");
+    Add(&budget, "Beam", {Item("Load", "0.02+Second")});
+    Add(&budget, "Table", {Item("Sag", "0.5")});
+    TNorvexaData::TComponent beam = budget.document.Component(1);
+    beam.mode = TNorvexaData::UC_MODE_INDIVIDUAL;
+    budget.document.Update_Component(beam);
+    Add_Variable(&budget, "First", "Beam - Load");
+    Add_Variable(&budget, "Second", "Table");
+
+    Export_With_Error(budget);
+
+    EXPECT_EQ(Rows(",Export Variables"), QStringList({",Export Variables,First,0.000000000,0.000000000,0.000000000",
+                                                      ",Export Variables,Second,0.500000000,0.500000000,0.500000000"}));
+}
+
 TEST_F(TNorvexaEditorExport, A_data_variable_that_fails_is_0)
 {
     TBudgetFile budget = Bend_Budget("Nothing", "Beam - Load");
@@ -643,7 +694,7 @@ TEST_F(TNorvexaEditorExport, A_second_export_starts_from_nothing)
     EXPECT_EQ(Bytes(Path("second.csv")), Bytes(Path("first.csv")));
 }
 
-TEST_F(TNorvexaEditorExport, A_member_that_is_gone_ends_the_group_there)
+TEST_F(TNorvexaEditorExport, A_group_with_a_member_that_is_gone_is_not_exported)
 {
     TBudgetFile budget = Probe_Budget();
     Add(&budget, "Scale", {Item("Drift", "0.004")});
@@ -652,22 +703,10 @@ TEST_F(TNorvexaEditorExport, A_member_that_is_gone_ends_the_group_there)
 
     Export_CSV(Path("export.csv"));
 
-    EXPECT_TRUE(Log_Lines().contains("ERR:  Group item cannot be identified."));
-    EXPECT_EQ(Rows(",Source,"), QStringList({",Source,Value,Expression,Type,Sensitivity,Distribution,Divisor",
-                                             ",Source,Ball,0.003000000,0.003050000,0.003100000"}));
-}
-
-TEST_F(TNorvexaEditorExport, A_group_of_nothing_but_a_gone_member_gives_an_empty_frame)
-{
-    TBudgetFile budget = Probe_Budget();
-    budget.groups = {{"Length", {"Gone"}}};
-    Show(budget);
-
-    Export_CSV(Path("export.csv"));
-
-    EXPECT_EQ(Written_Lines().filter(QRegularExpression("^(Budget|,,|Unc|Prob)")),
-              QStringList({"Budget Definition - Length", "Budget Data", ",,Position (mm)", "Uncertainty", ",,Combined",
-                           ",,,Uc(K=1):, ERR", ",,,Uc(K=2):, ERR"}));
+    EXPECT_EQ(Log_Lines().mid(Log_Lines().size() - 2),
+              QStringList({"ERR:  Group item cannot be identified.", "ERR:  Cannot generate export data."}));
+    EXPECT_EQ(Page(), "Log");
+    EXPECT_FALSE(QFile::exists(Path("export.csv")));
 }
 
 TEST_F(TNorvexaEditorExport, A_report_with_an_error_or_without_a_group_cannot_be_exported)
@@ -773,7 +812,8 @@ TEST_F(TNorvexaEditorExport, Says_that_a_device_is_full)
 
     Click_Export_CSV();
 
-    EXPECT_EQ(Log_Lines().last(), "ERR:  No space left on device");
+    EXPECT_EQ(Log_Lines().last(),
+              "ERR:  Cannot write file '" + Path("full.csv") + "'.  Reason: No space left on device");
     EXPECT_EQ(Page(), "Log");
 }
 
@@ -793,7 +833,8 @@ TEST_F(TNorvexaEditorExport, Leaves_no_file_on_a_full_disk)
 
     Export_CSV(Path("disk/export.csv"));
 
-    EXPECT_EQ(Log_Lines().last(), "ERR:  No space left on device");
+    EXPECT_EQ(Log_Lines().last(),
+              "ERR:  Cannot write file '" + Path("disk/export.csv") + "'.  Reason: No space left on device");
     EXPECT_EQ(Page(), "Log");
     EXPECT_EQ(Files(Path("disk")), QStringList());
 }
@@ -807,10 +848,24 @@ TEST_F(TNorvexaEditorExport, Writes_a_whole_PDF_document)
 
     Click_Export_PDF();
 
-    EXPECT_EQ(Files(), QStringList({"budget.norvexa", "export.pdf"}));
+    EXPECT_EQ(Entries("."), QStringList({"budget.norvexa", "export.pdf"}));
     const QByteArray document = Bytes(Path("export.pdf"));
     EXPECT_TRUE(document.startsWith("%PDF-1."));
     EXPECT_TRUE(document.endsWith("%%EOF\n"));
+    EXPECT_EQ(Page(), "Report");
+}
+
+TEST_F(TNorvexaEditorExport, Makes_a_PDF_beside_its_target)
+{
+    Show(Probe_Budget());
+    const QByteArray temporary = qgetenv("TMPDIR");
+    qputenv("TMPDIR", Path("budget.norvexa").toLocal8Bit());
+    d_answer.Choose_File(Path("export.pdf"));
+
+    Click_Export_PDF();
+
+    qputenv("TMPDIR", temporary);
+    EXPECT_EQ(Entries("."), QStringList({"budget.norvexa", "export.pdf"}));
     EXPECT_EQ(Page(), "Report");
 }
 
@@ -828,25 +883,98 @@ TEST_F(TNorvexaEditorExport, Says_that_a_PDF_cannot_be_written)
     EXPECT_EQ(Log_Lines().last(),
               "ERR:  Cannot write file '" + Path("locked/export.pdf") + "'.  Reason: Permission denied");
     EXPECT_EQ(Page(), "Log");
-    EXPECT_EQ(Files(Path("locked")), QStringList());
+    EXPECT_EQ(Entries("locked"), QStringList());
 }
 
-TEST_F(TNorvexaEditorExport, Keeps_the_old_PDF_when_the_new_one_cannot_be_made)
+TEST_F(TNorvexaEditorExport, Leaves_no_PDF_on_a_full_disk)
 {
     Show(Probe_Budget());
-    Write_File("export.pdf", "old");
-    const QByteArray temporary = qgetenv("TMPDIR");
-    qputenv("TMPDIR", Path("budget.norvexa").toLocal8Bit());
-    d_answer.Choose_File(Path("export"));
+    ASSERT_TRUE(QDir(d_folder.path()).mkdir("disk"));
+    const TTinyDisk disk(Path("disk"));
+    if (!disk.Is_Mounted()) {
+        GTEST_SKIP() << "Mounting is not allowed here.";
+    }
+    d_answer.Choose_File(Path("disk/export.pdf"));
+
+    Click_Export_PDF();
+
+    EXPECT_EQ(Log_Lines().last(),
+              "ERR:  Cannot write file '" + Path("disk/export.pdf") + "'.  Reason: No space left on device");
+    EXPECT_EQ(Page(), "Log");
+    EXPECT_EQ(Entries("disk"), QStringList());
+}
+
+TEST_F(TNorvexaEditorExport, Keeps_the_old_PDF_on_a_full_disk)
+{
+    Show(Probe_Budget());
+    ASSERT_TRUE(QDir(d_folder.path()).mkdir("disk"));
+    const TTinyDisk disk(Path("disk"));
+    if (!disk.Is_Mounted()) {
+        GTEST_SKIP() << "Mounting is not allowed here.";
+    }
+    Write_File("disk/export.pdf", "old");
+    d_answer.Choose_File(Path("disk/export"));
     d_answer.Click(QMessageBox::Yes);
 
     Click_Export_PDF();
 
-    qputenv("TMPDIR", temporary);
-    EXPECT_TRUE(Log_Lines().last().startsWith("ERR:  Cannot write file '" + Path("export.pdf") + "'.  Reason: "))
-        << Log_Lines().last().toStdString();
+    EXPECT_EQ(Log_Lines().last(),
+              "ERR:  Cannot write file '" + Path("disk/export.pdf") + "'.  Reason: No space left on device");
     EXPECT_EQ(Page(), "Log");
-    EXPECT_EQ(Bytes(Path("export.pdf")), "old");
+    EXPECT_EQ(Entries("disk"), QStringList("export.pdf"));
+    EXPECT_EQ(Bytes(Path("disk/export.pdf")), "old");
+}
+
+TEST_F(TNorvexaEditorExport, Keeps_the_old_PDF_when_there_is_no_place_to_make_the_new_one)
+{
+    Show(Probe_Budget());
+    Make_Locked_Folder();
+    Write_File("locked/export.pdf", "old");
+    const QByteArray temporary = qgetenv("TMPDIR");
+    qputenv("TMPDIR", Path("budget.norvexa").toLocal8Bit());
+    d_answer.Choose_File(Path("locked/export"));
+    d_answer.Click(QMessageBox::Yes);
+    {
+        const TPlainUser user;
+        ASSERT_TRUE(user.Is_Plain());
+        Click_Export_PDF();
+    }
+    qputenv("TMPDIR", temporary);
+
+    EXPECT_EQ(Log_Lines().last(), "ERR:  Cannot write file '" + Path("locked/export.pdf") +
+                                      "'.  Reason: The document could not be completed.");
+    EXPECT_EQ(Page(), "Log");
+    EXPECT_EQ(Bytes(Path("locked/export.pdf")), "old");
+}
+
+TEST_F(TNorvexaEditorExport, Writes_a_PDF_that_is_there_in_a_folder_that_takes_no_new_files)
+{
+    Show(Probe_Budget());
+    Make_Locked_Folder();
+    Write_File("locked/export.pdf", "old");
+    ASSERT_TRUE(QFile::setPermissions(Path("locked/export.pdf"), QFile::ReadOther | QFile::WriteOther));
+    d_answer.Choose_File(Path("locked/export"));
+    d_answer.Click(QMessageBox::Yes);
+    {
+        const TPlainUser user;
+        ASSERT_TRUE(user.Is_Plain());
+        Click_Export_PDF();
+    }
+
+    EXPECT_EQ(Page(), "Report");
+    EXPECT_EQ(Entries("locked"), QStringList("export.pdf"));
+    EXPECT_TRUE(Bytes(Path("locked/export.pdf")).endsWith("%%EOF\n"));
+}
+
+TEST_F(TNorvexaEditorExport, A_file_size_limit_does_not_end_the_program_while_a_PDF_is_made)
+{
+    Show(Probe_Budget());
+    std::signal(SIGXFSZ, SIG_DFL);
+    d_answer.Choose_File(Path("export.pdf"));
+
+    Click_Export_PDF();
+
+    EXPECT_EQ(std::signal(SIGXFSZ, SIG_IGN), SIG_IGN);
 }
 
 // Typed text

@@ -229,7 +229,7 @@ TEST_F(TReportWidgetCSV, Says_that_a_device_is_full)
 
     EXPECT_FALSE(d_page.Write_Export_CSV_Data("/dev/full"));
 
-    EXPECT_EQ(d_page.Last_Error(), "ERR:  No space left on device");
+    EXPECT_EQ(d_page.Last_Error(), "ERR:  Cannot write file '/dev/full'.  Reason: No space left on device");
 }
 
 TEST_F(TReportWidgetCSV, Keeps_the_old_file_when_the_new_one_does_not_fit)
@@ -242,7 +242,7 @@ TEST_F(TReportWidgetCSV, Keeps_the_old_file_when_the_new_one_does_not_fit)
         EXPECT_FALSE(d_page.Write_Export_CSV_Data(Path()));
     }
 
-    EXPECT_EQ(d_page.Last_Error(), "ERR:  File too large");
+    EXPECT_EQ(d_page.Last_Error(), "ERR:  Cannot write file '" + Path() + "'.  Reason: File too large");
     EXPECT_EQ(Bytes(Path()), old);
     EXPECT_EQ(Files(), QStringList("export.csv"));
 }

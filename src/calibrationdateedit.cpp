@@ -1,0 +1,66 @@
+#include "src/calibrationdateedit.h"
+
+#include <QCalendarWidget>
+#include <QEvent>
+#include <QLineEdit>
+#include <QLocale>
+#include <QSignalBlocker>
+
+namespace {
+
+const char* const DATE_FORMAT = "MMM d yyyy";
+
+} // namespace
+
+TCalibrationDateEdit::TCalibrationDateEdit(QWidget* parent) : QDateEdit(parent)
+{
+    setLocale(QLocale::c());
+    setDisplayFormat("ddd MMM d yyyy");
+    setCalendarPopup(true);
+    calendarWidget()->setLocale(QLocale::c());
+    // Without a date on show Qt would take the editor for narrower than it has to be.
+    setMinimumWidth(sizeHint().width());
+    connect(this, &QDateEdit::dateChanged, this, &TCalibrationDateEdit::Mark_Edited);
+}
+
+void TCalibrationDateEdit::Show_Date(const QString& text)
+{
+    const QDate shown_date = QLocale::c().toDate(text, DATE_FORMAT);
+
+    setDate(shown_date.isValid() ? shown_date : QDate::currentDate());
+    Clear_Edited();
+}
+
+QString TCalibrationDateEdit::Date_Text() const
+{
+    return QLocale::c().toString(date(), DATE_FORMAT);
+}
+
+bool TCalibrationDateEdit::Is_Edited() const
+{
+    return d_is_edited;
+}
+
+void TCalibrationDateEdit::Clear_Edited()
+{
+    d_is_edited = false;
+}
+
+QString TCalibrationDateEdit::textFromDateTime(const QDateTime& date_time) const
+{
+    return isEnabled() ? QDateEdit::textFromDateTime(date_time) : QString();
+}
+
+void TCalibrationDateEdit::changeEvent(QEvent* event)
+{
+    QDateEdit::changeEvent(event);
+    if (event->type() == QEvent::EnabledChange) {
+        const QSignalBlocker blocker(lineEdit());
+        lineEdit()->setText(textFromDateTime(dateTime()));
+    }
+}
+
+void TCalibrationDateEdit::Mark_Edited()
+{
+    d_is_edited = true;
+}
