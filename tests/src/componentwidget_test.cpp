@@ -208,7 +208,8 @@ TEST_F(TComponentWidgetTest, Has_a_sunken_line_above_the_options)
 {
     const auto* line = qobject_cast<QFrame*>(Grid()->itemAtPosition(6, 0)->widget());
     ASSERT_NE(line, nullptr);
-    EXPECT_EQ(line->frameStyle(), QFrame::HLine | QFrame::Sunken);
+    EXPECT_EQ(line->frameShape(), QFrame::HLine);
+    EXPECT_EQ(line->frameShadow(), QFrame::Sunken);
     EXPECT_EQ(Grid()->itemAtPosition(6, 2)->widget(), line);
     EXPECT_EQ(Label_At(7, 0)->text(), "Options:");
 }
