@@ -21,7 +21,7 @@ class TTitleLabelTest : public ::testing::Test
 protected:
     TTitleLabelTest() { Show_Active(&d_title); }
 
-    ~TTitleLabelTest() override { QToolTip::hideText(); }
+    void TearDown() override { QToolTip::hideText(); }
 
     // As a layout does it: the width is given, the label says how high it has to be.
     void Show_Text(const QString& text)
