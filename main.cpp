@@ -1,3 +1,4 @@
+#include "core/readablestyle.h"
 #include "src/norvexaeditor.h"
 
 #include <QApplication>
@@ -10,7 +11,7 @@ int main(int argc, char* argv[])
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication application(argc, argv);
-    QApplication::setStyle("fusion");
+    QApplication::setStyle(new TReadableStyle);
     QApplication::setWindowIcon(QIcon(":/icons/norvexaeditor.png"));
 
     const auto window = std::make_unique<TNorvexaEditor>();

@@ -1,5 +1,6 @@
 #include "core/entrydelegate.h"
 
+#include "core/describe.h"
 #include "core/xmltext.h"
 
 #include <QAbstractItemView>
@@ -46,7 +47,14 @@ QWidget* TEntryDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
     }
     d_edited_index = index;
     d_edited_name = index.data(Qt::DisplayRole).toString();
-    return QStyledItemDelegate::createEditor(parent, option, index);
+
+    QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
+    editor->setAccessibleName(tr("New name of %1").arg(d_edited_name));
+    Describe(
+        editor, tr("Return takes the new name, Escape keeps the old one"),
+        tr("The new name of the entry. Return takes it, Escape keeps the old one. A name that is empty or already in "
+           "use is refused: the entry then keeps its old name."));
+    return editor;
 }
 
 void TEntryDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const

@@ -1,5 +1,8 @@
 #include "core/messagebox.h"
 
+#include "core/describe.h"
+
+#include <QAbstractButton>
 #include <QCoreApplication>
 #include <QKeyEvent>
 #include <QLabel>
@@ -76,6 +79,7 @@ void TMessageBox::showEvent(QShowEvent* event)
 {
     QMessageBox::showEvent(event);
     Spread_Palette();
+    Describe_Buttons();
     Fix_Width();
 }
 
@@ -104,6 +108,16 @@ void TMessageBox::Fit_Height()
                                                  : layout()->totalMinimumSize().height());
     // The base answers a layout request by fixing its own size, which would lead here again and again.
     QCoreApplication::removePostedEvents(this, QEvent::LayoutRequest);
+}
+
+void TMessageBox::Describe_Buttons()
+{
+    if (QAbstractButton* yes = button(Yes)) {
+        Describe(yes, tr("Go on"), tr("Goes on with what the question is about."));
+    }
+    if (QAbstractButton* no = button(No)) {
+        Describe(no, tr("Leave everything as it is"), tr("Stops here and leaves everything as it is."));
+    }
 }
 
 void TMessageBox::Spread_Palette()

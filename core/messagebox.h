@@ -31,6 +31,7 @@ protected:
 private:
     void Fix_Width();
     void Fit_Height();
+    void Describe_Buttons();
     void Spread_Palette();
 
     int d_width = 500; // pixels

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/errorlook.h"
+
 #include <QLineEdit>
 
 /// A line editor for one number with the point as decimal separator. A text that is no finite number is shown in the
@@ -19,6 +21,5 @@ public:
 private:
     void Show_Validity(const QString& text);
 
-    QString d_plain_tool_tip;
-    bool d_shows_error = false;
+    TErrorLook d_error_look;
 };

@@ -1,6 +1,7 @@
 #include "core/optiondelegate.h"
 
 #include "core/choicebox.h"
+#include "core/describe.h"
 #include "core/optioneditor.h"
 #include "core/pathedit.h"
 
@@ -57,6 +58,7 @@ QWidget* TOptionItemDelegate::createEditor(QWidget* parent, const QStyleOptionVi
     if (editor != nullptr) {
         editor->setAutoFillBackground(true);
         editor->setAccessibleName(index.siblingAtColumn(0).data().toString());
+        Describe(editor, d_widget->toolTip(), d_widget->whatsThis());
     }
     return editor;
 }

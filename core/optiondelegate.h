@@ -20,7 +20,8 @@ enum TOptionKind
 /// `value` as a date-time option shows it. Names of days and months are English under every locale.
 QString Option_Date_Time_Text(const QDateTime& value);
 
-/// Makes and feeds the in-place editors of a TOptionEditorWidget. Only the second column has editors.
+/// Makes and feeds the in-place editors of a TOptionEditorWidget. Only the second column has editors. An editor is
+/// named after its option and described as the widget is.
 class TOptionItemDelegate : public QItemDelegate
 {
     Q_OBJECT

@@ -1,5 +1,7 @@
 #include "core/pathedit.h"
 
+#include "core/describe.h"
+
 #include <QHBoxLayout>
 #include <QResizeEvent>
 #include <QToolButton>
@@ -12,7 +14,8 @@ TPathEdit::TPathEdit(const QWidget* parent, Qt::WindowFlags flags)
     d_browse_button->setObjectName("browse_button");
     d_browse_button->setText("...");
     d_browse_button->setAccessibleName(tr("Browse"));
-    d_browse_button->setToolTip(tr("Browse for a directory"));
+    Describe(d_browse_button, tr("Browse for a directory"),
+             tr("Opens a dialog in which to choose the directory instead of typing its path."));
     d_browse_button->setCursor(Qt::ArrowCursor);
     d_browse_button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Ignored);
     connect(d_browse_button, &QToolButton::clicked, this, &TPathEdit::Browse_Path_Clicked);

@@ -5,7 +5,7 @@
 # The pictures share one style. Strokes have round caps and joins and are 2 units wide, 12 in the program icon of 256.
 # The colours are mid-tones that stand out from white and from the dark grey of dark themes: slate #6f8396 for the
 # frame of a picture, blue #2f8fd8 for its subject, amber #c07a10, green #2f9e4f and red #e0483e for what is edited,
-# added and removed. The program icon brings its own background.
+# added and removed. The program icon brings its own background, the icon of budget files its own paper, #f2f7fb.
 set -eu
 
 if ! command -v rsvg-convert >/dev/null; then
@@ -36,9 +36,11 @@ render_pair images/logo 100
 
 # The sizes for the icon theme. The small ones have drawings of their own with less detail.
 render icons/norvexaeditor icons/norvexaeditor 256
-for size in 16 24 32; do
-    render "icons/norvexaeditor-$size" "icons/norvexaeditor-$size" "$size"
-done
-for size in 48 64 128 256; do
-    render icons/norvexaeditor "icons/norvexaeditor-$size" "$size"
+for icon in norvexaeditor budget; do
+    for size in 16 24 32; do
+        render "icons/$icon-$size" "icons/$icon-$size" "$size"
+    done
+    for size in 48 64 128 256; do
+        render "icons/$icon" "icons/$icon-$size" "$size"
+    done
 done

@@ -15,30 +15,14 @@ fi
 echo "There is no display: taking the tour on a virtual one."
 cmake --build --preset release --target norvexa_tour
 
-display_file=$(mktemp)
-helpers=()
-stop_helpers() {
-    [ ${#helpers[@]} -eq 0 ] || kill "${helpers[@]}" 2>/dev/null || true
-    rm -f "$display_file"
-}
-trap stop_helpers EXIT
-
-Xvfb -displayfd 3 -screen 0 1920x1080x24 -nolisten tcp 3>"$display_file" 2>/dev/null &
-helpers+=($!)
-for _ in $(seq 100); do
-    [ -s "$display_file" ] && break
-    sleep 0.1
-done
-[ -s "$display_file" ] || { echo "The virtual display did not start." >&2; exit 1; }
-DISPLAY=":$(cat "$display_file")"
-export DISPLAY
-
-openbox >/dev/null 2>&1 &
-helpers+=($!)
-
 rm -rf build/tour
 mkdir -p build/tour
-build/release/tests/tour/norvexa_tour examples build/tour
+tour() {
+    scripts/virtual-display.sh 1920x1080 build/release/tests/tour/norvexa_tour "$@"
+}
+tour examples examples build/tour
+tour tutorial docs/manual/first-budget.md build/tour build/tour
+echo "Pictures of every page and the figures (figures.txt) are in $PWD/build/tour"
 
 for document in build/tour/*.pdf; do
     pdftoppm -png -r 75 "$document" "${document%.pdf}_page"

@@ -6,7 +6,11 @@ packages=(
     # build
     g++ cmake ninja-build qtbase5-dev
     # tests and checks
-    libgtest-dev libgmock-dev clang-format clang-tidy poppler-utils
+    libgtest-dev libgmock-dev clang-format clang-tidy poppler-utils libxml2-utils
+    # the package, and what the desktop is told of the program
+    dpkg-dev file lintian desktop-file-utils appstream shared-mime-info
+    # the pages of the manual
+    lowdown
     # the tour on a machine without a display
     xvfb openbox
     # fonts that the log, the report and the exports use

@@ -4,6 +4,7 @@
 
 #include <QDate>
 #include <QHash>
+#include <QLocale>
 #include <QSet>
 
 #include <algorithm>
@@ -89,7 +90,8 @@ TNorvexaData::TComponentItem New_Item(const QString& name,
 
 TNorvexaData::TComponentInstance New_Instance(const QString& name, const TNorvexaData::TComponent& component)
 {
-    const QString today = QDate::currentDate().toString(Qt::TextDate);
+    // Qt's text date, with English names also where Qt would take those of the system: a file goes from one to another.
+    const QString today = QLocale::c().toString(QDate::currentDate(), "ddd MMM d yyyy");
 
     TNorvexaData::TComponentInstance instance;
     instance.name = name;

@@ -5,6 +5,7 @@
 #include <QLineEdit>
 #include <QLocale>
 #include <QSignalBlocker>
+#include <QTextCharFormat>
 
 namespace {
 
@@ -18,6 +19,10 @@ TCalibrationDateEdit::TCalibrationDateEdit(QWidget* parent) : QDateEdit(parent)
     setDisplayFormat("ddd MMM d yyyy");
     setCalendarPopup(true);
     calendarWidget()->setLocale(QLocale::c());
+    // The red of Qt's weekends cannot be read on a dark ground.
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {
+        calendarWidget()->setWeekdayTextFormat(day, QTextCharFormat());
+    }
     // Without a date on show Qt would take the editor for narrower than it has to be.
     setMinimumWidth(sizeHint().width());
     connect(this, &QDateEdit::dateChanged, this, &TCalibrationDateEdit::Mark_Edited);

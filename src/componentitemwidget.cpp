@@ -1,8 +1,10 @@
 #include "src/componentitemwidget.h"
 
+#include "core/describe.h"
 #include "core/numberedit.h"
 #include "core/teardown.h"
 #include "core/xmltext.h"
+#include "src/expressionedit.h"
 #include "src/taborder.h"
 #include "src/titlelabel.h"
 
@@ -12,7 +14,6 @@
 #include <QFrame>
 #include <QGridLayout>
 #include <QLabel>
-#include <QLineEdit>
 #include <QRadioButton>
 #include <QScopedValueRollback>
 #include <QVBoxLayout>
@@ -130,6 +131,8 @@ TComponentItemWidget::TComponentItemWidget(QWidget* parent) : QWidget(parent)
     layout->setRowStretch(ROW_STRETCH, 1);
     layout->setColumnStretch(COLUMN_EDITOR, 1);
 
+    Describe_Editors();
+    Describe_Options();
     Set_Tab_Order();
     Connect_Signals();
 }
@@ -240,6 +243,11 @@ void TComponentItemWidget::Set_Expression(const QString& expression)
     d_last_expression = expression;
 }
 
+void TComponentItemWidget::Set_Expression_Hint(const TExpressionHint& hint)
+{
+    d_expression->Set_Hint(hint);
+}
+
 void TComponentItemWidget::Set_Option_Use_Default(bool on)
 {
     const QScopedValueRollback<bool> suppress(d_suppress_signals, true);
@@ -285,7 +293,7 @@ void TComponentItemWidget::Create_Editors(QGridLayout* layout)
     d_distribution = Create_Type_List("distribution");
     d_sensitivity = new TNumberEdit;
     d_sensitivity->setObjectName("sensitivity");
-    d_expression = new QLineEdit;
+    d_expression = new TExpressionEdit;
     d_expression->setObjectName("expression");
     d_unit_label = new QLabel(tr("Uc = f(exp) mm"));
     d_unit_label->setObjectName("unit_label");
@@ -320,6 +328,49 @@ void TComponentItemWidget::Create_Radio_Pairs(QGridLayout* layout)
     Add_Pair(layout, ROW_KIND_PAIR, d_linear, d_temperature);
 }
 
+void TComponentItemWidget::Describe_Editors()
+{
+    Describe(d_uc_type, tr("Type A or Type B evaluation of the standard uncertainty"),
+             tr("How the standard uncertainty was evaluated: Type A, by the statistical analysis of observations, or "
+                "Type B, by other means, such as a certificate or a data sheet."));
+    Describe(
+        d_distribution, tr("Probability distribution that turns the value into a standard uncertainty"),
+        tr("The probability distribution of the contribution. The value of the expression is divided by 1 for "
+           "Normal, \u221a3 for Rectangular, \u221a6 for Triangular, \u221a2 for U and \u221a12 for Step to give the "
+           "standard uncertainty. For Normal enter a standard uncertainty: divide an expanded one by its coverage "
+           "factor k."));
+    Describe(
+        d_sensitivity, tr("Sensitivity coefficient, by which the value of the expression is multiplied"),
+        tr("The sensitivity coefficient: how much the result changes with the quantity that the expression is about. "
+           "The standard uncertainty is multiplied by it. It is 1 where the expression gives the uncertainty of the "
+           "result itself; otherwise its unit is that of the result per unit of the quantity."));
+    Describe(
+        d_expression, tr("The uncertainty of the item, in the unit below"),
+        tr("The uncertainty of the item as a number or as an expression over the variables of the variables page, in "
+           "the unit below the field: mm or C, per metre of measured length where the result is length dependent. "
+           "While an identifier is selected, the expression is that of the identifier."));
+}
+
+void TComponentItemWidget::Describe_Options()
+{
+    Describe(d_use_default_expression, tr("The identifier uses the expression of the item"),
+             tr("The selected identifier uses the expression of the item, which the field then shows. Clear the box to "
+                "give the identifier an expression of its own."));
+    Describe(d_length_independent, tr("The uncertainty is the same at every length"),
+             tr("The expression gives an uncertainty that is the same at every measured length, in mm or C."));
+    Describe(d_length_dependent, tr("The uncertainty grows with the measured length"),
+             tr("The expression gives an uncertainty per metre of measured length, in mm/m or C/m; it is multiplied by "
+                "the measured length in m."));
+    Describe(
+        d_linear, tr("The expression gives a length"),
+        tr("The expression gives a length in mm, or in mm/m where it is length dependent. A report group cannot mix "
+           "such items with items of temperature."));
+    Describe(
+        d_temperature, tr("The expression gives a temperature"),
+        tr("The expression gives a temperature in C, or in C/m where it is length dependent. A report group cannot "
+           "mix such items with items of length: bring the component into it through a variable."));
+}
+
 void TComponentItemWidget::Set_Tab_Order()
 {
     const QList<QWidget*> order = {
@@ -327,6 +378,8 @@ void TComponentItemWidget::Set_Tab_Order()
         d_length_dependent, d_linear,       d_temperature};
 
     Set_Tab_Order_Of(order);
+    Stop_At_The_Checked_One({d_length_independent, d_length_dependent});
+    Stop_At_The_Checked_One({d_linear, d_temperature});
 }
 
 void TComponentItemWidget::Connect_Signals()
@@ -341,7 +394,8 @@ void TComponentItemWidget::Connect_Signals()
         connect(list, QOverload<int>::of(&QComboBox::currentIndexChanged), this, &TComponentItemWidget::Item_Modified);
     }
 
-    connect(d_expression, &QLineEdit::editingFinished, this, &TComponentItemWidget::Expression_Edited);
+    connect(d_expression, &TExpressionEdit::textEdited, this, &TComponentItemWidget::Expression_Text_Changed);
+    connect(d_expression, &TExpressionEdit::editingFinished, this, &TComponentItemWidget::Expression_Edited);
     connect(d_sensitivity, &TNumberEdit::editingFinished, this, &TComponentItemWidget::Sensitivity_Edited);
 }
 
@@ -352,6 +406,7 @@ void TComponentItemWidget::Expression_Edited()
 
     if (Xml_Is_Blank(expression)) {
         Set_Expression(d_last_expression);
+        emit Expression_Text_Changed();
         return;
     }
     Set_Expression(expression);

@@ -7,11 +7,12 @@ class QCheckBox;
 class QComboBox;
 class QGridLayout;
 class QLabel;
-class QLineEdit;
 class QRadioButton;
 
+class TExpressionEdit;
 class TNumberEdit;
 class TTitleLabel;
+struct TExpressionHint;
 
 /// The page of one component item: its types, its sensitivity and, for the identifier named in the title, its
 /// expression. The page only shows and collects values; what it is filled with by its setters is never signalled as a
@@ -63,6 +64,9 @@ public:
     /// This is also the expression that comes back when the user leaves the editor empty.
     void Set_Expression(const QString& expression);
 
+    /// Shows what is known about the expression as it stands. A hint and no edit: nothing else changes.
+    void Set_Expression_Hint(const TExpressionHint& hint);
+
     /// Ticks or clears "Use Default Expression"; the expression can be edited while it is clear.
     void Set_Option_Use_Default(bool on);
     /// Whether the user may tick or clear it.
@@ -70,6 +74,9 @@ public:
 
 signals:
     void Component_Item_Changed();
+
+    /// The user changes the text of the expression, which is no change of the item yet: a new hint is due.
+    void Expression_Text_Changed();
 
 public slots:
     void Use_Default_Toggled(bool on);
@@ -81,6 +88,8 @@ private:
     void Create_Editors(QGridLayout* layout);
     void Create_Options(QGridLayout* layout);
     void Create_Radio_Pairs(QGridLayout* layout);
+    void Describe_Editors();
+    void Describe_Options();
     void Set_Tab_Order();
     void Connect_Signals();
 
@@ -92,7 +101,7 @@ private:
     QComboBox* d_uc_type = nullptr;
     QComboBox* d_distribution = nullptr;
     TNumberEdit* d_sensitivity = nullptr;
-    QLineEdit* d_expression = nullptr;
+    TExpressionEdit* d_expression = nullptr;
     QLabel* d_unit_label = nullptr;
     QCheckBox* d_use_default_expression = nullptr;
     QRadioButton* d_length_independent = nullptr;

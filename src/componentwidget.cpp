@@ -1,6 +1,7 @@
 #include "src/componentwidget.h"
 
 #include "core/assertion.h"
+#include "core/describe.h"
 #include "core/entrydelegate.h"
 #include "core/messagebox.h"
 #include "core/numberedit.h"
@@ -96,6 +97,9 @@ TComponentWidget::TComponentWidget(QWidget* parent) : QWidget(parent)
     Create_Options(layout);
     d_message_box = new TMessageBox(this);
 
+    Describe_Identifiers();
+    Describe_Calibration();
+    Describe_Options();
     Set_Tab_Order();
     Connect_Signals();
 }
@@ -342,6 +346,7 @@ void TComponentWidget::Create_Identifier_List(QGridLayout* layout)
 {
     d_identifier_list = new QListWidget;
     d_identifier_list->setObjectName("identifier_list");
+    d_identifier_list->setAccessibleName(tr("Identifiers"));
     d_identifier_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     d_identifier_list->setSortingEnabled(true);
     d_identifier_delegate = new TEntryDelegate(d_identifier_list);
@@ -412,6 +417,58 @@ void TComponentWidget::Create_Options(QGridLayout* layout)
     d_mode_sum->setChecked(true);
 }
 
+void TComponentWidget::Describe_Identifiers()
+{
+    Describe(d_identifier_list, tr("The physical instances of the component, such as serial numbers"),
+             tr("The physical instances of the component, such as serial numbers. While exactly one is selected, the "
+                "fields below and the expression of the item are those of this identifier; otherwise those of the "
+                "component itself. F2 renames the selected entry. The buttons beside the list add an identifier and "
+                "remove the selected ones."));
+    d_add_identifier->setWhatsThis(
+        tr("Asks for a name and adds an identifier to the component. A name that is in the list already is refused."));
+    d_remove_identifier->setWhatsThis(tr("Removes the selected identifiers with their dates, lengths, expansion "
+                                         "coefficients and expressions, after a question."));
+}
+
+void TComponentWidget::Describe_Calibration()
+{
+    Describe(
+        d_calibration_date, tr("Date of the last calibration of the selected identifier"),
+        tr("The date of the last calibration of the selected identifier. The arrow keys up and down change the part "
+           "of the date in which the cursor stands."));
+    Describe(d_calibration_due_date, tr("Date on which the next calibration of the selected identifier is due"),
+             tr("The date on which the next calibration of the selected identifier is due. The arrow keys up and "
+                "down change the part of the date in which the cursor stands."));
+    Describe(d_length, tr("Length in mm of the component or of the selected identifier"),
+             tr("The length, in mm, of the component or of the selected identifier. Expressions use it through the "
+                "variable Lc, the number of times that a measured length goes beyond it; the option below limits "
+                "length-dependent uncertainties to it."));
+    Describe(
+        d_expansion_coefficient,
+        tr("Coefficient of linear thermal expansion in um/m/C of the component or of the selected identifier"),
+        tr("The coefficient of linear thermal expansion, in um/m/C (micrometres per metre and degree Celsius), of "
+           "the component or of the selected identifier. Expressions use it through the variables CTEc, in mm/m/C, "
+           "and CTEd, its difference from that of the machine."));
+}
+
+void TComponentWidget::Describe_Options()
+{
+    Describe(
+        d_mode_single, tr("Each item of the component can be reported on its own"),
+        tr("Each item of the component can be chosen for a report group on its own, and stands in the report under "
+           "the names of component and item."));
+    Describe(
+        d_mode_sum, tr("The items of the component are reported together"),
+        tr("The component can be chosen for a report group as a whole: its standard uncertainty is the root sum of "
+           "squares of its items."));
+    Describe(d_mode_export_equipment, tr("Marks the component as one to hint at beside the report"),
+             tr("Marks the component as one to hint at beside the report. The mark is kept in the file and changes "
+                "no figure."));
+    Describe(d_mode_limit_length, tr("Length-dependent items grow no further than the length of the component"),
+             tr("Length-dependent items grow with the measured length no further than to the length, in mm, of the "
+                "component or of its identifier."));
+}
+
 void TComponentWidget::Set_Tab_Order()
 {
     const QList<QWidget*> order = {d_identifier_list,       d_add_identifier,       d_remove_identifier,
@@ -420,6 +477,7 @@ void TComponentWidget::Set_Tab_Order()
                                    d_mode_export_equipment, d_mode_limit_length};
 
     Set_Tab_Order_Of(order);
+    Stop_At_The_Checked_One({d_mode_single, d_mode_sum});
 }
 
 void TComponentWidget::Connect_Signals()

@@ -99,6 +99,9 @@ private:
     void Create_Dates(QGridLayout* layout);
     void Create_Numbers(QGridLayout* layout);
     void Create_Options(QGridLayout* layout);
+    void Describe_Identifiers();
+    void Describe_Calibration();
+    void Describe_Options();
     void Set_Tab_Order();
     void Connect_Signals();
 

@@ -21,8 +21,3 @@ bool Has_File_Suffix(const QString& file_name)
     static const QRegularExpression SUFFIX("\\.[A-Za-z][A-Za-z0-9]*$");
     return file_name.contains(SUFFIX);
 }
-
-bool Is_Whole_PDF(const QByteArray& bytes)
-{
-    return bytes.startsWith("%PDF-") && bytes.trimmed().endsWith("%%EOF");
-}

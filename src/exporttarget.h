@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QByteArray>
 #include <QString>
 
 /// What the user is asked for before an export.
@@ -17,6 +16,3 @@ TExportTarget Export_Target(int output_mode);
 /// Whether the name of the file ends in a suffix of any kind. A number after the last point, as in "Machine 2.5" or in
 /// a date, is none, and neither is something with a blank in it.
 bool Has_File_Suffix(const QString& file_name);
-
-/// Whether `bytes` are a PDF document that was written to its end.
-bool Is_Whole_PDF(const QByteArray& bytes);

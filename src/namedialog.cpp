@@ -1,5 +1,6 @@
 #include "src/namedialog.h"
 
+#include "core/describe.h"
 #include "core/xmltext.h"
 
 #include <QGridLayout>
@@ -27,6 +28,7 @@ TNameDialog::TNameDialog(const QWidget* parent, Qt::WindowFlags flags) : QDialog
     auto* grid = new QGridLayout(this);
     Create_Name_Row(grid);
     Create_Button_Row(grid);
+    Describe_Controls();
 }
 
 void TNameDialog::Set_Title(const QString& title)
@@ -66,16 +68,26 @@ void TNameDialog::Create_Name_Row(QGridLayout* grid)
 void TNameDialog::Create_Button_Row(QGridLayout* grid)
 {
     auto* row = new QHBoxLayout;
-    auto* cancel_button = Create_Button(tr("Cancel"), "cancel_button", this);
 
+    d_cancel_button = Create_Button(tr("Cancel"), "cancel_button", this);
     d_ok_button = Create_Button(tr("Ok"), "ok_button", this);
     d_ok_button->setDefault(true);
     d_ok_button->setEnabled(false);
     connect(d_ok_button, &QPushButton::clicked, this, &TNameDialog::accept);
-    connect(cancel_button, &QPushButton::clicked, this, &TNameDialog::reject);
+    connect(d_cancel_button, &QPushButton::clicked, this, &TNameDialog::reject);
 
     row->addItem(new QSpacerItem(0, 0, QSizePolicy::Expanding, QSizePolicy::Minimum));
-    row->addWidget(cancel_button);
+    row->addWidget(d_cancel_button);
     row->addWidget(d_ok_button);
     grid->addLayout(row, 1, 0, 1, 2);
+}
+
+void TNameDialog::Describe_Controls()
+{
+    Describe(d_name_edit, tr("The name, with at least one character"),
+             tr("The name, with at least one character. Blanks before and after it are left out. A name that is in "
+                "use already is not taken."));
+    Describe(d_ok_button, tr("Take the name"), tr("Takes the name. Return does the same."));
+    Describe(d_cancel_button, tr("Close without a name"),
+             tr("Closes the dialog and changes nothing. Escape does the same."));
 }

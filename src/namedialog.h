@@ -34,7 +34,9 @@ public slots:
 private:
     void Create_Name_Row(QGridLayout* grid);
     void Create_Button_Row(QGridLayout* grid);
+    void Describe_Controls();
 
     QLineEdit* d_name_edit = nullptr;
+    QPushButton* d_cancel_button = nullptr;
     QPushButton* d_ok_button = nullptr;
 };

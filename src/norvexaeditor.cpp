@@ -1,40 +1,12 @@
 #include "src/norvexaeditor.h"
 
 #include "core/teardown.h"
+#include "src/logview.h"
 #include "src/reportwidget.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QPlainTextEdit>
 #include <QTabWidget>
-#include <QTextCursor>
-
-namespace {
-
-const int LOG_STOP = 20;
-
-int Overflow(const QString& column)
-{
-    return qMax(0, column.size() - LOG_STOP);
-}
-
-QString Log_Line(const QString& first, const QStringList& others)
-{
-    QString line = QString("%1").arg(first, -LOG_STOP);
-    int overflow = Overflow(line);
-
-    for (const QString& field : others) {
-        if (field.isEmpty()) {
-            continue;
-        }
-        const QString column = QString("%1").arg(field, overflow - LOG_STOP);
-        line += column;
-        overflow = Overflow(column);
-    }
-    return line;
-}
-
-} // namespace
 
 // Construction
 
@@ -45,6 +17,8 @@ TNorvexaEditor::TNorvexaEditor(QWidget* parent) : QMainWindow(parent)
     Create_Actions();
     Create_Tool_Bar();
     Create_Menus();
+    Describe_Tabs();
+    Describe_Tree_And_Log();
     Set_Initial_State();
     Connect_Signals();
 }
@@ -59,7 +33,7 @@ TNorvexaEditor::~TNorvexaEditor()
 
 void TNorvexaEditor::View_Budget_Data()
 {
-    Show_Page(0);
+    Show_Page(BUDGET_PAGE);
 }
 
 void TNorvexaEditor::View_Variables()
@@ -105,6 +79,10 @@ void TNorvexaEditor::Tab_Selection_Changed(int index)
     for (int page = 0; page < actions.size(); ++page) {
         actions.at(page)->setChecked(page == index);
     }
+    if (index == BUDGET_PAGE) {
+        // The variables may have changed on their page.
+        Update_Expression_Hint();
+    }
     if (index == REPORT_PAGE) {
         d_report_widget->Refresh();
     }
@@ -116,20 +94,16 @@ void TNorvexaEditor::Write_Log_Text(const QString& field_1, const QString& field
                                     const QString& field_4, const QString& field_5, const QString& field_6,
                                     const QString& field_7, const QString& field_8)
 {
-    d_log_lines.append(Log_Line(field_1, {field_2, field_3, field_4, field_5, field_6, field_7, field_8}));
+    d_log_lines.push_back(Log_Line({field_1, field_2, field_3, field_4, field_5, field_6, field_7, field_8}));
     if (!d_log_is_collected) {
         Flush_Log();
     }
 }
 
-// Lines appended one by one cost the text view far more than the same lines in one piece. The cursor goes to the
-// beginning of the last line, because the view keeps its cursor in sight and would hide the first columns.
 void TNorvexaEditor::Flush_Log()
 {
-    if (!d_log_lines.isEmpty()) {
-        d_log->appendPlainText(d_log_lines.join('\n'));
-        d_log->moveCursor(QTextCursor::End);
-        d_log->moveCursor(QTextCursor::StartOfBlock);
+    if (!d_log_lines.empty()) {
+        d_log->Append(d_log_lines);
         d_log_lines.clear();
     }
 }

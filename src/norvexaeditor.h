@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/expression.h"
+#include "src/logline.h"
 #include "src/norvexa.h"
 #include "src/reportwalk.h"
 
@@ -13,7 +15,6 @@ class QAction;
 class QGridLayout;
 class QKeySequence;
 class QLabel;
-class QPlainTextEdit;
 class QTabWidget;
 class QToolButton;
 class QTreeWidget;
@@ -22,6 +23,7 @@ class QTreeWidgetItem;
 class TComponentItemWidget;
 class TComponentWidget;
 class TEntryDelegate;
+class TLogView;
 class TMessageBox;
 class TReportGroupWidget;
 class TReportWidget;
@@ -48,8 +50,7 @@ public:
 
     // Log (norvexaeditor)
 
-    /// Appends one line to the log: the fields on stops of 20 characters. The first field is always written, the others
-    /// only when they hold a text; a field that is too long shifts the next one as far as it must.
+    /// Appends one line to the log (see Log_Line).
     void Write_Log_Text(const QString& field_1, const QString& field_2 = QString(), const QString& field_3 = QString(),
                         const QString& field_4 = QString(), const QString& field_5 = QString(),
                         const QString& field_6 = QString(), const QString& field_7 = QString(),
@@ -146,6 +147,7 @@ private:
     class TScreenReport;
     class TExportReport;
 
+    static constexpr int BUDGET_PAGE = 0;
     static constexpr int REPORT_PAGE = 3;
 
     // Tabs and log (norvexaeditor)
@@ -163,6 +165,8 @@ private:
     void Create_Actions();
     void Create_Tool_Bar();
     void Create_Menus();
+    void Describe_Tabs();
+    void Describe_Tree_And_Log();
     void Set_Initial_State();
     void Connect_Signals();
     void Connect_Actions();
@@ -204,6 +208,19 @@ private:
     void Show_Item_Expression();
     void Update_Item_Expression();
 
+    // Expression hint (norvexaeditor_hint)
+
+    /// Lets the item page show whether a report could evaluate the expression as it stands there.
+    void Update_Expression_Hint();
+
+    /// What a report defines for an expression that uses these names: the built-in variables, and those of the names
+    /// that stand for a component.
+    std::vector<TExpression::TVariable> Report_Variables(const QStringList& names) const;
+
+    /// The value that a record of the current component and identifier supplies.
+    double Record_Variable_Value(const QString& name) const;
+    bool Stands_For_Component(const QString& variable) const;
+
     // Report (norvexaeditor_report)
     void Collect_Global_Variables();
     bool Collect_Group_Record(const QString& entry);
@@ -227,7 +244,7 @@ private:
     TVariableWidget* d_variable_widget = nullptr;
     TReportGroupWidget* d_report_group_widget = nullptr;
     TReportWidget* d_report_widget = nullptr;
-    QPlainTextEdit* d_log = nullptr;
+    TLogView* d_log = nullptr;
     TMessageBox* d_message_box = nullptr;
 
     QAction* d_action_new = nullptr;
@@ -253,7 +270,7 @@ private:
     QString d_default_identifier = TNorvexa::Default_Identifier();
     QString d_identifier = d_default_identifier;
     int d_tree_depth = -1;
-    QStringList d_log_lines;
+    std::vector<TLogLine> d_log_lines;
     bool d_log_is_collected = false;
 
     TNorvexa d_norvexa;

@@ -1,18 +1,19 @@
 #include "src/norvexaeditor.h"
 
 #include "core/messagebox.h"
+#include "src/logview.h"
 #include "src/reportgroupwidget.h"
 #include "src/reportwidget.h"
 #include "src/variablewidget.h"
 
 #include <QAction>
+#include <QApplication>
 #include <QCloseEvent>
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QMimeData>
-#include <QPlainTextEdit>
 #include <QTabWidget>
 #include <QUrl>
 
@@ -28,6 +29,13 @@ const char* const CLOSE_QUESTION = "Current data will be lost.  Are you sure you
 bool Has_Suffix(const QString& file_name)
 {
     return file_name.endsWith(SUFFIX, Qt::CaseInsensitive);
+}
+
+// While a dialog waits for its answer, no file may take the budget away from under it. The window system keeps a drag
+// out then, but not one that was over the window before the dialog opened.
+bool Is_Dialog_Open()
+{
+    return QApplication::activeModalWidget() != nullptr;
 }
 
 } // namespace
@@ -272,7 +280,7 @@ void TNorvexaEditor::closeEvent(QCloseEvent* event)
 
 void TNorvexaEditor::dragEnterEvent(QDragEnterEvent* event)
 {
-    if (event->mimeData()->hasFormat("text/uri-list")) {
+    if (event->mimeData()->hasFormat("text/uri-list") && !Is_Dialog_Open()) {
         event->acceptProposedAction();
     }
 }
@@ -281,7 +289,7 @@ void TNorvexaEditor::dropEvent(QDropEvent* event)
 {
     const QList<QUrl> urls = event->mimeData()->urls();
 
-    if (urls.size() == 1) {
+    if (urls.size() == 1 && !Is_Dialog_Open()) {
         Load_Data(urls.first().toLocalFile());
     }
 }

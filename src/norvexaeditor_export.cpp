@@ -1,22 +1,18 @@
 #include "src/norvexaeditor.h"
 
-#include "core/filewriter.h"
 #include "core/number.h"
 #include "src/exporttarget.h"
 #include "src/loggedreport.h"
+#include "src/logview.h"
+#include "src/pdffile.h"
 #include "src/reportrows.h"
 #include "src/reportwidget.h"
 #include "src/variablewidget.h"
 
-#include <QDir>
-#include <QFile>
 #include <QFileDialog>
-#include <QFileInfo>
 #include <QPair>
-#include <QPlainTextEdit>
 #include <QScopedValueRollback>
 #include <QSet>
-#include <QTemporaryDir>
 
 namespace {
 
@@ -24,43 +20,6 @@ constexpr int POSITION_DECIMALS = 3;
 
 /// What a range of ten pages holds, and the one length more that rounding may bring.
 constexpr int MAXIMUM_LENGTHS = 121;
-
-QByteArray File_Bytes(const QString& file_name)
-{
-    QFile file(file_name);
-    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-// Prints into a new folder, which is gone afterwards with all that it took of the disk. What could not be printed is
-// missing or cut.
-QByteArray Printed_Document(const TReportWidget& page, const QString& folder_template)
-{
-    const QTemporaryDir folder(folder_template);
-    if (!folder.isValid()) {
-        return {};
-    }
-    const QString draft = folder.filePath("export.pdf");
-    page.Write_Export_PDF_Data(draft);
-    return File_Bytes(draft);
-}
-
-// A printer writes its file as it goes and reports no error, so the document is made elsewhere and looked at before it
-// replaces anything.
-bool Write_PDF(const TReportWidget& page, const QString& file_name, QString* reason)
-{
-    Ignore_Write_Signals(); // The printer's writes, too.
-
-    QByteArray document = Printed_Document(page, QFileInfo(file_name).absoluteDir().filePath(".export-XXXXXX"));
-    if (!Is_Whole_PDF(document)) {
-        // The folder takes no new files or has no room; whether the target can be written shows when it is.
-        document = Printed_Document(page, QDir::temp().filePath("export-XXXXXX"));
-    }
-    if (!Is_Whole_PDF(document)) {
-        *reason = "The document could not be completed.";
-        return false;
-    }
-    return Write_Whole_File(file_name, document, reason) == TFileWrite::Done;
-}
 
 } // namespace
 
@@ -198,7 +157,7 @@ void TNorvexaEditor::Write_Export(const QString& file_name)
 
     switch (d_report_widget->Output_Mode()) {
     case TReportWidget::OUTPUT_PDF:
-        if (!Write_PDF(*d_report_widget, file_name, &reason)) {
+        if (!Write_PDF_File(*d_report_widget, file_name, &reason)) {
             Report_Failure(QString("ERR:  Cannot write file '%1'.  Reason: %2").arg(file_name, reason));
         }
         break;

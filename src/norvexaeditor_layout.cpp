@@ -1,11 +1,13 @@
 #include "src/norvexaeditor.h"
 
+#include "core/describe.h"
 #include "core/entrydelegate.h"
 #include "core/messagebox.h"
 #include "src/budgettree.h"
 #include "src/componentitemwidget.h"
 #include "src/componentwidget.h"
 #include "src/iconbutton.h"
+#include "src/logview.h"
 #include "src/reportgroupwidget.h"
 #include "src/reportwidget.h"
 #include "src/variablewidget.h"
@@ -19,7 +21,7 @@
 #include <QLineEdit>
 #include <QMenu>
 #include <QMenuBar>
-#include <QPlainTextEdit>
+#include <QTabBar>
 #include <QTabWidget>
 #include <QToolBar>
 #include <QToolButton>
@@ -157,11 +159,9 @@ void TNorvexaEditor::Create_Budget_Tree()
 
 void TNorvexaEditor::Create_Log()
 {
-    d_log = new QPlainTextEdit;
+    d_log = new TLogView;
     d_log->setObjectName("log");
     d_log->setAccessibleName(tr("Log"));
-    d_log->setReadOnly(true);
-    d_log->setLineWrapMode(QPlainTextEdit::NoWrap);
     d_log->setFont(Log_Font());
 }
 
@@ -258,6 +258,40 @@ void TNorvexaEditor::Create_Menus()
     view->addActions({d_action_components, d_action_variables, d_action_groups, d_action_report, d_action_log});
 }
 
+// What everything is for
+
+void TNorvexaEditor::Describe_Tabs()
+{
+    const QList<QAction*> actions = Page_Actions();
+
+    for (int page = 0; page < actions.size(); ++page) {
+        d_tab_widget->setTabToolTip(page, actions.at(page)->whatsThis());
+        d_tab_widget->setTabWhatsThis(page, actions.at(page)->whatsThis());
+    }
+    d_tab_widget->tabBar()->setAccessibleName(tr("Pages"));
+    Describe(
+        d_tab_widget->tabBar(), tr("The pages of the budget"),
+        tr("The pages of the budget: the arrow keys left and right turn them, and so do Alt+C, Alt+V, Alt+G, Alt+R "
+           "and Alt+L."));
+}
+
+void TNorvexaEditor::Describe_Tree_And_Log()
+{
+    Describe(
+        d_budget_tree, tr("The components of the budget and their items"),
+        tr("The components of the budget, each with the items that contribute to its uncertainty. Select a component "
+           "or an item to see it on the right. F2 renames the selected entry. The buttons below the tree, and its "
+           "context menu, add and remove entries."));
+    d_add_button->setWhatsThis(
+        tr("Asks for a name and adds a component where the root of the tree is selected, otherwise an item to the "
+           "selected component."));
+    d_remove_button->setWhatsThis(tr("Removes the selected components and items, after a question."));
+    Describe(
+        d_log, tr("How every figure came about, and what went wrong"),
+        tr("How every figure of the last report or export came about, step by step, and the messages about what went "
+           "wrong (they begin with ERR). Lengths are in mm, temperatures in C, expansion coefficients in mm/m/C."));
+}
+
 // State and connections
 
 void TNorvexaEditor::Set_Initial_State()
@@ -333,6 +367,8 @@ void TNorvexaEditor::Connect_Pages()
             &TNorvexaEditor::Component_Identifier_Selected);
     connect(d_component_item_widget, &TComponentItemWidget::Component_Item_Changed, this,
             &TNorvexaEditor::Component_Item_Data_Changed);
+    connect(d_component_item_widget, &TComponentItemWidget::Expression_Text_Changed, this,
+            &TNorvexaEditor::Update_Expression_Hint);
 
     connect(d_variable_widget, &TVariableWidget::Variable_Changed, this, &TNorvexaEditor::Variable_Data_Chanaged);
     connect(d_report_group_widget, &TReportGroupWidget::Report_Groups_Changed, this,

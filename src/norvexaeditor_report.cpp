@@ -3,12 +3,12 @@
 #include "core/expressionnames.h"
 #include "core/number.h"
 #include "src/loggedreport.h"
+#include "src/logview.h"
 #include "src/reportgroupwidget.h"
 #include "src/reportrows.h"
 #include "src/reportwidget.h"
 #include "src/variablewidget.h"
 
-#include <QPlainTextEdit>
 #include <QScopedValueRollback>
 
 #include <algorithm>

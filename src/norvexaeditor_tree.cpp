@@ -144,6 +144,7 @@ void TNorvexaEditor::BudgetTree_Selection_Changed()
     Enable_Remove(!selected.isEmpty());
     d_component_widget->setEnabled(false);
     d_component_item_widget->setEnabled(false);
+    Update_Expression_Hint();
     if (selected.size() != 1) {
         return;
     }
@@ -331,6 +332,7 @@ void TNorvexaEditor::Component_Data_Changed()
     d_norvexa.Update_Component_Identifier(index, Edited_Instance(index));
 
     Update_Reportable_Components();
+    Update_Expression_Hint();
     Set_Modified();
 }
 
@@ -456,6 +458,7 @@ void TNorvexaEditor::Show_Component_Item(const QString& component, const QString
     Component_Identifier_Selected(d_identifier);
     d_component_widget->setEnabled(true);
     d_component_item_widget->setEnabled(true);
+    Update_Expression_Hint();
 }
 
 void TNorvexaEditor::Show_Item_Expression()
@@ -470,6 +473,7 @@ void TNorvexaEditor::Show_Item_Expression()
 
     d_component_item_widget->Set_Expression(use_default ? default_expression : replacement);
     d_component_item_widget->Set_Option_Use_Default(use_default);
+    Update_Expression_Hint();
 }
 
 void TNorvexaEditor::Component_Item_Data_Changed()

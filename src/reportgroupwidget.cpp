@@ -1,6 +1,7 @@
 #include "src/reportgroupwidget.h"
 
 #include "core/assertion.h"
+#include "core/describe.h"
 #include "core/entrydelegate.h"
 #include "core/teardown.h"
 #include "core/xmltext.h"
@@ -44,6 +45,7 @@ TReportGroupWidget::TReportGroupWidget(QWidget* parent) : QWidget(parent)
     Create_Group_List();
     Create_Component_List();
     Create_Layout();
+    Describe_Controls();
     Report_Group_Selection_Changed();
     Connect_Signals();
 }
@@ -57,6 +59,7 @@ void TReportGroupWidget::Create_Group_List()
 {
     d_group_list = new QListWidget(this);
     d_group_list->setObjectName("group_list");
+    d_group_list->setAccessibleName(tr("Current Report Groups"));
     d_group_list->setSelectionMode(QAbstractItemView::ExtendedSelection);
     d_group_delegate = new TEntryDelegate(d_group_list);
 
@@ -68,6 +71,7 @@ void TReportGroupWidget::Create_Component_List()
 {
     d_component_list = new QListWidget(this);
     d_component_list->setObjectName("component_list");
+    d_component_list->setAccessibleName(tr("Available Budget Components"));
     d_component_list->setSelectionMode(QAbstractItemView::MultiSelection);
 }
 
@@ -87,6 +91,23 @@ void TReportGroupWidget::Create_Layout()
     page->addLayout(buttons, 2, 0);
     page->setColumnStretch(0, 1);
     page->setColumnStretch(1, 1);
+}
+
+void TReportGroupWidget::Describe_Controls()
+{
+    Describe(d_group_list, tr("The report groups of the budget"),
+             tr("The report groups of the budget: each is a measurement, whose uncertainty is combined from its "
+                "components. Select one to choose its components in the list beside it. F2 renames the selected group. "
+                "The buttons below the list add a group and remove the selected ones."));
+    d_add_button->setWhatsThis(
+        tr("Asks for a name and adds a group of the components that are selected in the list beside it. A name in "
+           "use is refused."));
+    d_remove_button->setWhatsThis(tr("Removes the selected groups. Their components stay in the budget."));
+    Describe(
+        d_component_list, tr("Select the components of the group"),
+        tr("What a group can combine: components, and single items of those that are reported as individual items. "
+           "While exactly one group is selected, the selected entries are its members; a click or the space bar adds "
+           "an entry or takes it out."));
 }
 
 void TReportGroupWidget::Connect_Signals()

@@ -72,6 +72,7 @@ private:
     void Create_Group_List();
     void Create_Component_List();
     void Create_Layout();
+    void Describe_Controls();
     void Connect_Signals();
 
     int Group_Index(const QString& name) const;

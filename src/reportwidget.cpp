@@ -1,8 +1,9 @@
 #include "src/reportwidget.h"
 
+#include "core/describe.h"
 #include "core/number.h"
-#include "core/optioneditor.h"
 #include "src/combineduncertainty.h"
+#include "src/reporttable.h"
 #include "src/taborder.h"
 
 #include <QApplication>
@@ -155,6 +156,7 @@ TReportWidget::TReportWidget(QWidget* parent) : QWidget(parent)
     Create_Status();
     Create_Export_Buttons();
     Create_Layout();
+    Describe_Controls();
     Connect_Signals();
 }
 
@@ -168,8 +170,9 @@ void TReportWidget::Create_Group_Box()
 
 void TReportWidget::Create_Table()
 {
-    d_table = new TOptionEditorWidget(this);
+    d_table = new TReportTable(this);
     d_table->setObjectName(QStringLiteral("report_table"));
+    d_table->setAccessibleName(QStringLiteral("Report Data"));
     d_table->setColumnCount(COLUMN_COUNT);
     d_table->setHeaderLabels({QStringLiteral("Description"), QStringLiteral("Identifier"), QStringLiteral("Type"),
                               QStringLiteral("Expression"), QStringLiteral("Sensitivity"),
@@ -217,6 +220,26 @@ QLayout* TReportWidget::Create_Output_Layout() const
     layout->addWidget(d_export_csv);
     layout->addStretch();
     return layout;
+}
+
+void TReportWidget::Describe_Controls()
+{
+    Describe(d_group_box, tr("The report group whose uncertainty is shown"),
+             tr("The report group whose uncertainty is shown and exported. Choosing a group evaluates it at the end "
+                "position of the variables page."));
+    Describe(
+        d_table, tr("The contributions to the uncertainty of the group"),
+        tr("The components of the group in bold, each above its items. The value of an item is its standard "
+           "uncertainty at the length below the table, in mm (in C for items of temperature), sensitivity "
+           "coefficient and distribution taken into account; ERR means that its expression does not evaluate. In the "
+           "column Identifier choose the physical instance of a component: go there with the arrow keys or click it, "
+           "and the choices open in its place."));
+    Describe(d_export_pdf, tr("Write the report as a PDF document"),
+             tr("Evaluates the group at every length of the report range and writes the uncertainties, in mm, with "
+                "the fitted formula at K=1 and K=2 to a PDF document."));
+    Describe(d_export_csv, tr("Write the report as a CSV file"),
+             tr("Evaluates the group at every length of the report range and writes the uncertainties, in mm, with "
+                "the fitted formula at K=1 and K=2 to a CSV file for spreadsheets."));
 }
 
 void TReportWidget::Connect_Signals()

@@ -15,7 +15,7 @@ class QComboBox;
 class QLabel;
 class QLayout;
 class QPushButton;
-class TOptionEditorWidget;
+class TReportTable;
 
 /// The report page: shows the items of a report group with their values at one length and their combined standard
 /// uncertainty, lets the user choose the identifier of each component, and starts the exports. Everything but the
@@ -196,6 +196,7 @@ private:
     void Create_Export_Buttons();
     void Create_Layout();
     QLayout* Create_Output_Layout() const;
+    void Describe_Controls();
     void Connect_Signals();
 
     void Make_Groups_Readable();
@@ -208,7 +209,7 @@ private:
     TExportData* Record_To_Grow(const TExportData& added, double length);
 
     QComboBox* d_group_box;
-    TOptionEditorWidget* d_table;
+    TReportTable* d_table;
     QLabel* d_status;
     QPushButton* d_export_pdf;
     QPushButton* d_export_csv;

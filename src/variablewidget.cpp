@@ -1,6 +1,7 @@
 #include "src/variablewidget.h"
 
 #include "core/assertion.h"
+#include "core/describe.h"
 #include "core/numberedit.h"
 #include "core/optioneditor.h"
 #include "src/iconbutton.h"
@@ -113,6 +114,9 @@ TVariableWidget::TVariableWidget(QWidget* parent) : QWidget(parent), d_component
     Create_Variable_List();
     Create_Buttons();
     Create_Layout();
+    Describe_Machine();
+    Describe_Report_Range();
+    Describe_Variable_List();
     Initialize_Option_Editor();
     Variable_Selection_Changed();
     Connect_Signals();
@@ -159,6 +163,7 @@ void TVariableWidget::Create_Variable_List()
 {
     d_variable_list = new TOptionEditorWidget(this);
     d_variable_list->setObjectName("variable_list");
+    d_variable_list->setAccessibleName(tr("Variable Entries"));
     d_variable_list->setHeaderLabels({tr("Variable"), tr("Description")});
     d_variable_list->header()->setSectionResizeMode(0, QHeaderView::ResizeToContents);
 }
@@ -189,6 +194,55 @@ void TVariableWidget::Create_Layout()
     page->addWidget(d_variable_list, 1, 2);
     page->addLayout(buttons, 2, 2);
     page->setColumnStretch(2, 1);
+}
+
+void TVariableWidget::Describe_Machine()
+{
+    Describe(
+        d_machine_expansion_coefficient, tr("Coefficient of linear thermal expansion of the machine's scale in um/m/C"),
+        tr("The coefficient of linear thermal expansion of the machine's scale, in um/m/C (micrometres per metre and "
+           "degree Celsius). Expressions use it through the variables CTEm, in mm/m/C, and CTEd."));
+    Describe(d_machine_scale, tr("Resolution of the machine's scale in mm"),
+             tr("The resolution of the machine's scale, in mm: the smallest step that it indicates. Expressions use "
+                "it through the variable Sr."));
+    Describe(d_temperature_minimum, tr("Lowest temperature during a measurement in C"),
+             tr("The lowest temperature during a measurement, in C. Expressions use it through the variables Td, the "
+                "deviation of the mean temperature from 20 C, and Tr, the temperature range."));
+    Describe(d_temperature_maximum, tr("Highest temperature during a measurement in C"),
+             tr("The highest temperature during a measurement, in C. Expressions use it through the variables Td, "
+                "the deviation of the mean temperature from 20 C, and Tr, the temperature range."));
+    Describe(d_temperature_gradient, tr("Temperature gradient in C"),
+             tr("The temperature gradient, in C: the difference of temperature between places in the measuring "
+                "volume. Expressions use it through the variable Tg."));
+    Describe(d_standard_deviation, tr("Standard deviation of the mean in mm"),
+             tr("The standard deviation of the mean of repeated measurements, in mm. Expressions use it through the "
+                "variable Sdev. It is not kept in the file."));
+}
+
+void TVariableWidget::Describe_Report_Range()
+{
+    Describe(d_start_position, tr("First length of an export in mm"),
+             tr("The first length at which an export evaluates the report group, in mm. It is not kept in the file."));
+    Describe(d_end_position, tr("Last length of an export, and the length of the report page, in mm"),
+             tr("The last length at which an export evaluates the report group, in mm. The report page shows the "
+                "contributions at this length."));
+    Describe(d_increment, tr("Step from one length of an export to the next in mm"),
+             tr("The step from one length of an export to the next, in mm. An export has at most 121 lengths."));
+}
+
+void TVariableWidget::Describe_Variable_List()
+{
+    Describe(
+        d_variable_list, tr("The names that expressions may use"),
+        tr("The names that expressions may use. The built-in variables at the top follow from the fields and from "
+           "the report. A variable of your own stands for the standard uncertainty of the component that is chosen "
+           "as its description: go there with the arrow keys or click it, and the choices open in its place. The "
+           "buttons below the list add a variable, rename the selected one and remove it."));
+    d_add_button->setWhatsThis(tr("Asks for a name and adds a variable. Blanks become underscores; a name in use, in "
+                                  "whatever case, is refused."));
+    d_rename_button->setWhatsThis(
+        tr("Asks for a new name of the selected variable. Expressions that use the old name keep it."));
+    d_remove_button->setWhatsThis(tr("Removes the selected variable. Expressions that use it no longer evaluate."));
 }
 
 void TVariableWidget::Connect_Signals()

@@ -84,6 +84,9 @@ private:
     void Create_Variable_List();
     void Create_Buttons();
     void Create_Layout();
+    void Describe_Machine();
+    void Describe_Report_Range();
+    void Describe_Variable_List();
     void Connect_Signals();
 
     TNumberEdit* Create_Value_Field(const QString& object_name, const QString& label, const QString& unit,

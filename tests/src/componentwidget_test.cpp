@@ -301,7 +301,7 @@ TEST_F(TComponentWidgetTest, The_Tab_key_walks_down_the_page)
     }
     EXPECT_EQ(walk, QStringList({"identifier_list", "add_identifier", "remove_identifier", "calibration_date",
                                  "calibration_due_date", "component_length", "component_expansion_coefficient",
-                                 "mode_single", "mode_export_equipment", "mode_limit_length", "identifier_list"}));
+                                 "mode_sum", "mode_export_equipment", "mode_limit_length", "identifier_list"}));
 }
 
 TEST_F(TComponentWidgetTest, Its_labels_have_no_mnemonics)

@@ -48,18 +48,6 @@ void Type_In_Field(const TNorvexaEditor* window, const QString& field, const QSt
     Replace_Text(Child<QLineEdit>(window, field), text);
 }
 
-// Opens the in-place editor of an entry and types a name that is not confirmed.
-void Type_In_Entry(QAbstractItemView* view, const QString& entry, const QString& text)
-{
-    Click_Entry(view, entry);
-    QTest::keyClick(view, Qt::Key_F2);
-    auto* editor = Open_Editor(view);
-    if (editor == nullptr) {
-        Fail_Missing("editor of entry " + entry);
-    }
-    Replace_Text(editor, text);
-}
-
 void Type_Year(const TNorvexaEditor* window, const QString& date, const QString& year)
 {
     Select_Identifier(window);

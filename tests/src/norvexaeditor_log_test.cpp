@@ -1,13 +1,20 @@
 #include "tests/support/editorfixture.h"
 
 #include <QAction>
+#include <QApplication>
+#include <QClipboard>
 #include <QComboBox>
+#include <QContextMenuEvent>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
+#include <QMimeData>
+#include <QMouseEvent>
 #include <QPlainTextEdit>
 #include <QScrollBar>
 #include <QTabWidget>
 #include <QTest>
+#include <QTextBlock>
 #include <QTreeWidget>
 
 #include <string>
@@ -17,7 +24,7 @@ namespace {
 
 // Log lines
 
-struct TLogLine
+struct TLogLineRow
 {
     const char* name;
     std::vector<QString> fields; // the first ones; the others are empty
@@ -34,7 +41,7 @@ QString Letters(int count)
     return QString(count, 'x');
 }
 
-class TNorvexaEditorLogLine : public TEditorFixture, public ::testing::WithParamInterface<TLogLine>
+class TNorvexaEditorLogLine : public TEditorFixture, public ::testing::WithParamInterface<TLogLineRow>
 {};
 
 TEST_P(TNorvexaEditorLogLine, Stands_on_stops_of_20_characters)
@@ -47,7 +54,7 @@ TEST_P(TNorvexaEditorLogLine, Stands_on_stops_of_20_characters)
     EXPECT_EQ(Log(), GetParam().line);
 }
 
-const TLogLine LOG_LINES[] = {
+const TLogLineRow LOG_LINES[] = {
     {"The_first_field_alone", {"Variable"}, "Variable            "},
     {"An_empty_first_field", {""}, Blanks(20)},
     {"All_fields_empty", {"", "", "", "", "", "", "", ""}, Blanks(20)},
@@ -90,6 +97,9 @@ const TLogLine LOG_LINES[] = {
      Letters(45) + Blanks(4) + "B" + "C" + Blanks(19)},
     {"A_field_is_no_format", {"%1 %2", "%1", "%L1"}, "%1 %2               %1                  %L1                 "},
     {"A_field_is_no_markup", {"<b>1</b>", "&amp;"}, "<b>1</b>            &amp;               "},
+    {"Line_breaks_and_tabs_in_a_field_are_blanks",
+     {"a\nb", "c\r\nd", "e\tf"},
+     "a b" + Blanks(17) + "c  d" + Blanks(16) + "e f" + Blanks(17)},
 };
 
 INSTANTIATE_TEST_SUITE_P(Table, TNorvexaEditorLogLine, ::testing::ValuesIn(LOG_LINES),
@@ -125,6 +135,21 @@ TEST_F(TNorvexaEditorLog, The_last_line_is_in_sight_from_its_first_column)
     EXPECT_EQ(log->verticalScrollBar()->value(), log->verticalScrollBar()->maximum());
     EXPECT_GT(log->horizontalScrollBar()->maximum(), 0);
     EXPECT_EQ(log->horizontalScrollBar()->value(), 0);
+}
+
+TEST_F(TNorvexaEditorLog, The_last_line_is_whole_when_the_log_comes_to_the_front)
+{
+    const auto* log = Find<QPlainTextEdit>("log");
+
+    for (int line = 0; line < 200; ++line) {
+        d_editor.Write_Log_Text(QString::number(line), Letters(300));
+    }
+    Click_Tool("action_log");
+    QCoreApplication::processEvents();
+
+    EXPECT_GT(log->horizontalScrollBar()->maximum(), 0);
+    EXPECT_EQ(log->verticalScrollBar()->value(), log->verticalScrollBar()->maximum());
+    EXPECT_LE(log->cursorRect().bottom(), log->viewport()->rect().bottom());
 }
 
 TEST_F(TNorvexaEditorLog, The_log_cannot_be_typed_in)
@@ -164,6 +189,163 @@ TEST_F(TNorvexaEditorLog, A_line_after_a_report_follows_the_report_at_once)
     d_editor.Write_Log_Text("Afterwards");
 
     EXPECT_EQ(Log().split('\n').last(), "Afterwards          ");
+}
+
+// Selecting and copying
+
+class TNorvexaEditorLogCopy : public TEditorFixture
+{
+protected:
+    TNorvexaEditorLogCopy()
+    {
+        Click_Tool("action_log");
+        View()->setFocus();
+        QApplication::clipboard()->setText("before");
+    }
+
+    // "Probe tip" stands at 0, "Linear" at 20, "0.003" at 40; an empty first field, "Wear = 1" at 20.
+    void Write_Two_Lines()
+    {
+        d_editor.Write_Log_Text("Probe tip", "Linear", "0.003");
+        d_editor.Write_Log_Text("", "Wear = 1");
+    }
+
+    QPlainTextEdit* View() const { return Find<QPlainTextEdit>("log"); }
+
+    QPoint Place_Of(int line, int column) const
+    {
+        QTextCursor cursor(View()->document()->findBlockByNumber(line));
+        cursor.movePosition(QTextCursor::Right, QTextCursor::MoveAnchor, column);
+        return View()->cursorRect(cursor).center();
+    }
+
+    void Drag_Over(int first_line, int first_column, int last_line, int last_column)
+    {
+        QWidget* viewport = View()->viewport();
+        QTest::mousePress(viewport, Qt::LeftButton, Qt::NoModifier, Place_Of(first_line, first_column));
+        // The platform sends no moves with a pressed button.
+        QMouseEvent move(QEvent::MouseMove, Place_Of(last_line, last_column), Qt::NoButton, Qt::LeftButton,
+                         Qt::NoModifier);
+        QApplication::sendEvent(viewport, &move);
+        QTest::mouseRelease(viewport, Qt::LeftButton, Qt::NoModifier, Place_Of(last_line, last_column));
+    }
+
+    static QString Copied() { return QApplication::clipboard()->text(); }
+};
+
+TEST_F(TNorvexaEditorLogCopy, All_of_it_is_copied_by_keyboard)
+{
+    Write_Two_Lines();
+
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_C, Qt::ControlModifier);
+
+    EXPECT_EQ(Copied(), "Probe tip\tLinear\t0.003\n\tWear = 1");
+}
+
+TEST_F(TNorvexaEditorLogCopy, Is_plain_text_alone)
+{
+    Write_Two_Lines();
+
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_C, Qt::ControlModifier);
+
+    EXPECT_EQ(QApplication::clipboard()->mimeData()->formats(), QStringList("text/plain"));
+}
+
+TEST_F(TNorvexaEditorLogCopy, A_part_is_selected_by_the_caret)
+{
+    Write_Two_Lines();
+
+    Press(Qt::Key_Up);
+    Press(Qt::Key_Home);
+    for (int column = 0; column < 6; ++column) {
+        Press(Qt::Key_Right);
+    }
+    Press(Qt::Key_Down, Qt::ShiftModifier);
+    Press(Qt::Key_End, Qt::ShiftModifier);
+    Press(Qt::Key_C, Qt::ControlModifier);
+
+    EXPECT_EQ(Copied(), "tip\tLinear\t0.003\n\tWear = 1");
+}
+
+TEST_F(TNorvexaEditorLogCopy, A_part_of_a_line_is_selected_by_the_mouse)
+{
+    Write_Two_Lines();
+
+    Drag_Over(0, 6, 0, 23);
+    Press(Qt::Key_C, Qt::ControlModifier);
+
+    EXPECT_EQ(Copied(), "tip\tLin");
+}
+
+TEST_F(TNorvexaEditorLogCopy, Lines_are_selected_by_the_mouse)
+{
+    Write_Two_Lines();
+
+    Drag_Over(0, 20, 1, 24);
+    Press(Qt::Key_C, Qt::ControlModifier);
+
+    EXPECT_EQ(Copied(), "Linear\t0.003\n\tWear");
+}
+
+TEST_F(TNorvexaEditorLogCopy, The_context_menu_copies)
+{
+    Write_Two_Lines();
+    Press(Qt::Key_A, Qt::ControlModifier);
+    QContextMenuEvent event(QContextMenuEvent::Keyboard, QPoint(5, 5), View()->mapToGlobal(QPoint(5, 5)));
+    QApplication::sendEvent(View(), &event);
+    auto* menu = qobject_cast<QMenu*>(QApplication::activePopupWidget());
+    ASSERT_NE(menu, nullptr);
+    QStringList entries;
+    for (const QAction* action : menu->actions()) {
+        entries << action->text().section('\t', 0, 0).remove('&');
+    }
+    ASSERT_EQ(entries.filter("Copy").value(0), "Copy");
+
+    QAction* copy = menu->actions().at(entries.indexOf("Copy"));
+    QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier, menu->actionGeometry(copy).center());
+
+    EXPECT_EQ(Copied(), "Probe tip\tLinear\t0.003\n\tWear = 1");
+}
+
+TEST_F(TNorvexaEditorLogCopy, Nothing_selected_leaves_the_clipboard)
+{
+    Write_Two_Lines();
+
+    Press(Qt::Key_C, Qt::ControlModifier);
+
+    EXPECT_EQ(Copied(), "before");
+}
+
+TEST_F(TNorvexaEditorLogCopy, Has_the_fields_of_lines_that_came_at_once)
+{
+    Open_Budget(Sample_Budget());
+    Click_Tool("action_report");
+    Choose_Entry(Find<QComboBox>("report_group"), "Length");
+    Click_Tool("action_log");
+    View()->setFocus();
+
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_C, Qt::ControlModifier);
+
+    const QStringList copied = Copied().split('\n');
+    EXPECT_EQ(copied.size(), Log().split('\n').size());
+    EXPECT_EQ(copied.value(0), "Calculating data for group: Length");
+    EXPECT_TRUE(copied.contains("Name\tUnit Type\tExpression Type\tValue\tSensitivity\tDistribution\tDivisor\tSource"));
+    EXPECT_TRUE(copied.contains("\tLinear\tConstant\t0.003000\t1.000000\tNormal\t1.000000\tRepeatability"));
+}
+
+TEST_F(TNorvexaEditorLogCopy, Has_the_fields_of_the_lines_after_a_clearing)
+{
+    d_editor.Write_Log_Text("One", "Two");
+    View()->clear();
+    Write_Two_Lines();
+
+    Press(Qt::Key_A, Qt::ControlModifier);
+    Press(Qt::Key_C, Qt::ControlModifier);
+
+    EXPECT_EQ(Copied(), "Probe tip\tLinear\t0.003\n\tWear = 1");
 }
 
 // Pages

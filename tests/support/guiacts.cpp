@@ -118,7 +118,7 @@ void Click_Entry(QAbstractItemView* view, const QString& text, Qt::KeyboardModif
     Click_Entry(view, Entry(view, text), modifiers);
 }
 
-void Rename_Entry(QAbstractItemView* view, const QString& entry, const QString& text)
+QLineEdit* Type_In_Entry(QAbstractItemView* view, const QString& entry, const QString& text)
 {
     Click_Entry(view, entry);
     QTest::keyClick(view, Qt::Key_F2);
@@ -128,7 +128,12 @@ void Rename_Entry(QAbstractItemView* view, const QString& entry, const QString& 
         Fail_Missing("editor of entry " + entry);
     }
     Replace_Text(editor, text);
-    QTest::keyClick(editor, Qt::Key_Return);
+    return editor;
+}
+
+void Rename_Entry(QAbstractItemView* view, const QString& entry, const QString& text)
+{
+    QTest::keyClick(Type_In_Entry(view, entry, text), Qt::Key_Return);
     if (!QTest::qWaitFor([view]() { return Open_Editor(view) == nullptr; })) {
         Fail_Missing("end of the editing of entry " + entry);
     }

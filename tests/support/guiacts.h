@@ -62,5 +62,8 @@ T* Open_Editor(const QAbstractItemView* view)
     return nullptr;
 }
 
-/// Clicks the entry, opens its in-place editor with F2, types `text` over the old one and presses Return.
+/// Clicks the entry, opens its in-place editor with F2 and types `text` over the old one; the editor stays open.
+QLineEdit* Type_In_Entry(QAbstractItemView* view, const QString& entry, const QString& text);
+
+/// The same, and Return.
 void Rename_Entry(QAbstractItemView* view, const QString& entry, const QString& text);

@@ -1,3 +1,5 @@
+#include "core/readablestyle.h"
+
 #include <QApplication>
 
 #include <gtest/gtest.h>
@@ -9,6 +11,6 @@ int main(int argc, char* argv[])
     ::testing::FLAGS_gtest_death_test_style = "threadsafe";
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
     const QApplication application(argc, argv);
-    QApplication::setStyle("fusion");
+    QApplication::setStyle(new TReadableStyle);
     return RUN_ALL_TESTS();
 }

@@ -189,6 +189,14 @@ void TModalAnswer::Cancel_Name()
     });
 }
 
+void TModalAnswer::Paste_Name(const QString& name)
+{
+    Expect_Name("paste name " + name, [name](TNameDialog* dialog) {
+        Paste_Text(Name_Edit(dialog), name);
+        QTest::keyClick(Name_Edit(dialog), Qt::Key_Return);
+    });
+}
+
 void TModalAnswer::Click(QMessageBox::StandardButton button)
 {
     Expect_Message(QString("click button 0x%1").arg(int(button), 0, 16), [button](QMessageBox* box) {
@@ -204,6 +212,11 @@ void TModalAnswer::Press(Qt::Key key)
 {
     Expect_Message(QString("press key 0x%1").arg(int(key), 0, 16),
                    [key](QMessageBox* box) { QTest::keyClick(box, key); });
+}
+
+void TModalAnswer::Close_Message()
+{
+    Expect_Message("close", [](QMessageBox* box) { box->close(); });
 }
 
 void TModalAnswer::Choose_File(const QString& path)

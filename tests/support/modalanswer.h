@@ -70,11 +70,17 @@ public:
     /// Name dialog: clicks "Cancel" with the name as it is.
     void Cancel_Name();
 
+    /// Name dialog: pastes `name`, which may hold characters that no key types, and presses Return.
+    void Paste_Name(const QString& name);
+
     /// Message box: clicks that button.
     void Click(QMessageBox::StandardButton button);
 
     /// Message box: presses that key.
     void Press(Qt::Key key);
+
+    /// Message box: closes it, as by the cross of its frame.
+    void Close_Message();
 
     /// File dialog: types `path` (files and folders alike) and clicks the accepting button.
     void Choose_File(const QString& path);

@@ -60,6 +60,25 @@ TEST(TModalAnswer, Gives_several_answers_in_their_order)
     EXPECT_EQ(answer.Seen(1).text, "Old");
 }
 
+TEST(TModalAnswer, Closes_a_message_box)
+{
+    TModalAnswer answer;
+    answer.Close_Message();
+
+    EXPECT_EQ(Ask(), int(QMessageBox::No));
+    EXPECT_EQ(answer.Seen_Count(), 1);
+}
+
+TEST(TModalAnswer, Pastes_a_name_that_no_key_types)
+{
+    TModalAnswer answer;
+    answer.Paste_Name("a\u0001b\nc");
+    TNameDialog dialog;
+
+    EXPECT_EQ(dialog.exec(), int(QDialog::Accepted));
+    EXPECT_EQ(dialog.Name(), "ab\nc");
+}
+
 TEST(TModalAnswer, Gives_the_focus_back_to_the_window_behind)
 {
     QLineEdit window;

@@ -1,14 +1,50 @@
-#include "tests/tour/tour.h"
+#include "core/readablestyle.h"
+#include "tests/support/darkpalette.h"
+#include "tests/tour/examplestour.h"
+#include "tests/tour/manualpictures.h"
+#include "tests/tour/screenshots.h"
+#include "tests/tour/tutorial.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QIcon>
 #include <QTextStream>
 #include <QTimer>
 
+#include <memory>
+
 namespace {
 
 const int TIME_LIMIT_MS = 5 * 60 * 1000;
+
+const char* const DARK_SCREENSHOTS = "dark-screenshots";
+
+const char* const USAGE =
+    "usage: norvexa_tour examples <folder of examples> <empty folder for the results>\n"
+    "       norvexa_tour tutorial <chapter> <folder for pictures> <empty folder for exports>\n"
+    "       norvexa_tour manual <folder of examples> <folder for pictures> <empty folder for exports>\n"
+    "       norvexa_tour screenshots <folder of examples> <folder for pictures>\n"
+    "       norvexa_tour dark-screenshots <folder of examples> <folder for pictures>\n";
+
+/// Null where the arguments name no tour.
+std::unique_ptr<TTour> Create_Tour(const QStringList& arguments)
+{
+    const QString name = arguments.value(1);
+    const int count = arguments.size() - 2;
+
+    if (name == "examples" && count == 2) {
+        return std::make_unique<TExamplesTour>(arguments.at(2), arguments.at(3));
+    }
+    if (name == "tutorial" && count == 3) {
+        return std::make_unique<TTutorial>(arguments.at(2), arguments.at(3), arguments.at(4));
+    }
+    if (name == "manual" && count == 3) {
+        return std::make_unique<TManualPictures>(arguments.at(2), arguments.at(3), arguments.at(4));
+    }
+    if ((name == "screenshots" || name == DARK_SCREENSHOTS) && count == 2) {
+        return std::make_unique<TScreenshots>(arguments.at(2), arguments.at(3));
+    }
+    return nullptr;
+}
 
 } // namespace
 
@@ -18,21 +54,20 @@ int main(int argc, char* argv[])
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication application(argc, argv);
-    QApplication::setStyle("fusion");
+    QApplication::setStyle(new TReadableStyle);
     QApplication::setWindowIcon(QIcon(":/icons/norvexaeditor.png"));
+    // A caret that blinks would be in one picture and missing in the next.
+    QApplication::setCursorFlashTime(0);
 
-    const QStringList arguments = QApplication::arguments();
-    if (arguments.size() != 3) {
-        QTextStream(stderr) << "usage: norvexa_tour <folder of examples> <folder for the results>\n";
+    const std::unique_ptr<TTour> tour = Create_Tour(QApplication::arguments());
+    if (tour == nullptr) {
+        QTextStream(stderr) << USAGE;
         return 2;
+    }
+    if (QApplication::arguments().value(1) == DARK_SCREENSHOTS) {
+        QApplication::setPalette(Dark_Palette());
     }
     // A dialog that nobody answers would wait for ever.
     QTimer::singleShot(TIME_LIMIT_MS, [] { qFatal("The tour takes too long"); });
-
-    TTour tour(arguments.at(1), arguments.at(2));
-    const bool succeeded = tour.Run();
-
-    QTextStream(stdout) << "Pictures of every page and the figures (figures.txt) are in "
-                        << QDir(arguments.at(2)).absolutePath() << '\n';
-    return succeeded ? 0 : 1;
+    return tour->Run() ? 0 : 1;
 }

@@ -1,79 +1,65 @@
 #include "tests/tour/screen.h"
 
-#include <QAbstractItemView>
 #include <QApplication>
-#include <QClipboard>
-#include <QComboBox>
-#include <QDialogButtonBox>
-#include <QFileDialog>
-#include <QLineEdit>
 #include <QPixmap>
-#include <QPushButton>
 #include <QScreen>
 #include <QTest>
-#include <QTimer>
+#include <QWidget>
 
 namespace {
 
-QPushButton* Accepting_Button(const QFileDialog* dialog)
-{
-    const auto* buttons = dialog->findChild<QDialogButtonBox*>("buttonBox");
+// What is still to be painted, on the other side of the display's wire too.
+const int PAINTING_MS = 150;
 
-    return buttons->button(dialog->acceptMode() == QFileDialog::AcceptSave ? QDialogButtonBox::Save
-                                                                           : QDialogButtonBox::Open);
+const int ACTIVATION_MS = 500;
+const int ACTIVATION_ATTEMPTS = 20;
+
+// What the window manager needs to change its mind after a dialog has closed.
+const int SETTLING_MS = 100;
+
+// Smallest file, slowest to write; a PNG loses nothing by it.
+const int BEST_COMPRESSION = 0;
+
+QRect With_Tool_Tips(QRect area)
+{
+    for (const QWidget* window : QApplication::topLevelWidgets()) {
+        if (window->windowType() == Qt::ToolTip && window->isVisible()) {
+            area |= window->geometry();
+        }
+    }
+    return area;
 }
 
 } // namespace
 
 namespace Screen {
 
-bool Take_Picture(QWidget* window, const QString& file)
+bool Make_Active(QWidget* window)
 {
-    // Everything that is still to be painted, on the other side of the display's wire too.
-    QTest::qWait(150);
-    const QRect frame = window->frameGeometry();
-    return window->screen()->grabWindow(0, frame.x(), frame.y(), frame.width(), frame.height()).save(file);
-}
-
-void Click(QWidget* widget)
-{
-    QTest::mouseClick(widget, Qt::LeftButton);
-}
-
-void Click_Entry(QAbstractItemView* view, const QModelIndex& entry)
-{
-    view->scrollTo(entry);
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, Qt::NoModifier, view->visualRect(entry).center());
-}
-
-void Choose_Entry(QComboBox* box, int index)
-{
-    Click(box);
-    QTest::keyClick(box->view(), Qt::Key_Home);
-    for (int step = 0; step < index; ++step) {
-        QTest::keyClick(box->view(), Qt::Key_Down);
+    for (int attempt = 0; attempt < ACTIVATION_ATTEMPTS; ++attempt) {
+        if (QTest::qWaitForWindowActive(window, ACTIVATION_MS)) {
+            QTest::qWait(SETTLING_MS);
+        }
+        if (window->isActiveWindow()) {
+            return true;
+        }
+        window->activateWindow();
     }
-    QTest::keyClick(box->view(), Qt::Key_Return);
+    return false;
 }
 
-// The path is pasted: typed letter by letter, the dialog's completion would offer, and now and then take, other names.
-void Answer_File_Dialog(const QString& path)
+bool Take_Picture(const QWidget* widget, const QString& file)
 {
-    QTimer::singleShot(50, qApp, [path] {
-        auto* dialog = qobject_cast<QFileDialog*>(QApplication::activeModalWidget());
-        if (dialog == nullptr || !dialog->isVisible()) {
-            Answer_File_Dialog(path);
-            return;
-        }
-        auto* name = dialog->findChild<QLineEdit*>("fileNameEdit");
-        QApplication::clipboard()->setText(path);
-        name->selectAll();
-        QTest::keyClick(name, Qt::Key_V, Qt::ControlModifier);
-        Click(Accepting_Button(dialog));
-        if (dialog->isVisible()) {
-            Answer_File_Dialog(path);
-        }
-    });
+    return Take_Picture(widget, widget->rect(), file);
+}
+
+bool Take_Picture(const QWidget* widget, const QRect& part, const QString& file)
+{
+    QTest::qWait(PAINTING_MS);
+    QScreen* screen = widget->screen();
+    const QRect area = With_Tool_Tips(QRect(widget->mapToGlobal(part.topLeft()), part.size())) & screen->geometry();
+
+    return screen->grabWindow(0, area.x(), area.y(), area.width(), area.height()).save(file, "PNG", BEST_COMPRESSION);
 }
 
 } // namespace Screen

@@ -1,29 +1,22 @@
 #pragma once
 
+#include <QRect>
 #include <QString>
 
-class QAbstractItemView;
-class QComboBox;
-class QModelIndex;
 class QWidget;
 
-/// What the tour does on the screen: the acts of a user and the pictures.
+/// What a tour asks of the screen: the active window and the pictures.
 namespace Screen {
 
-/// Saves what the screen shows of `window`, its frame included.
-bool Take_Picture(QWidget* window, const QString& file);
+/// Waits until `window` is the active one, and asks the window manager for it as often as it takes: where a dialog
+/// closes soon after it has opened, it may leave no window active. Whether that worked.
+bool Make_Active(QWidget* window);
 
-/// Clicks `widget` in its middle.
-void Click(QWidget* widget);
+/// Saves what the screen shows of `widget`, without a window's frame and with tool tips that reach beyond it. Whether
+/// the file could be written.
+bool Take_Picture(const QWidget* widget, const QString& file);
 
-/// Clicks an entry of a list or tree, scrolled into sight.
-void Click_Entry(QAbstractItemView* view, const QModelIndex& entry);
-
-/// Opens a combo box with the mouse and chooses the entry `index` with the keyboard.
-void Choose_Entry(QComboBox* box, int index);
-
-/// Waits for the file dialog that the next act opens, pastes `path` and clicks "Open" or
-/// "Save".
-void Answer_File_Dialog(const QString& path);
+/// The same of a part of `widget`, given in its coordinates.
+bool Take_Picture(const QWidget* widget, const QRect& part, const QString& file);
 
 } // namespace Screen

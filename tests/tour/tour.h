@@ -1,45 +1,64 @@
 #pragma once
 
+#include "tests/support/guiacts.h"
+
 #include <QDir>
 #include <QString>
-#include <QStringList>
 
-class QTreeWidget;
-class TNorvexaEditor;
-
-/// Drives the real window by mouse and keyboard through the main job: open each example, look at every page, pick each
-/// report group, read its rows and its status line, export it. Leaves a picture of every page, the exported files and a
-/// page of text with the figures.
+/// A tour of the real window, driven by mouse and keyboard. What all tours share: the window, its pages and files, and
+/// the pictures; a tour adds the road that it takes.
 class TTour
 {
 public:
-    TTour(const QString& examples, const QString& results);
+    explicit TTour(const QString& pictures);
+    virtual ~TTour() = default;
 
-    /// Whether every step did what a user expects of it; what did not is printed.
+    TTour(const TTour&) = delete;
+    TTour& operator=(const TTour&) = delete;
+
+    /// Shows a fresh window and follows the road. Whether every step did what a user expects of it; what did not is
+    /// printed.
     bool Run();
 
-private:
-    void Visit_Example(const QString& file);
-    void Look_At_Maximised_Window(const QString& file);
+protected:
+    virtual void Follow() = 0;
+
+    QWidget* Window() const;
+
+    /// The widget of that object name in the window; never null.
+    template <typename T>
+    T* Find(const QString& object_name) const;
+
+    void Click(const QString& button) const;
+    void Click_Tool(const QString& action) const;
+
+    /// Turns to a page by its shortcut, Alt with `key`.
+    void Turn_To_Page(Qt::Key key);
+
     void Open_File(const QString& path);
-    void Turn_To_Page(Qt::Key key, const QString& name);
-    void Look_At_Components();
-    void Look_At_Page(Qt::Key key, const QString& name);
-    void Look_At_Groups();
-    void Look_At_Reports();
-    void Read_Report(const QString& group);
-    void Export(const char* button, const QString& name);
+
+    /// Chooses in the second column of the row `entry`, with the list of choices opened in place.
+    void Choose_In_Row(const QString& list, const QString& entry, const QString& choice);
+
+    void Choose_Group(const QString& group);
+
+    /// Pictures are PNG files in the folder of the tour; `name` goes without the suffix.
     void Take_Picture(const QString& name);
-    void Write_Figures();
+    void Take_Picture_Of(const QWidget* widget, const QString& name);
+    void Take_Picture_Of(const QWidget* widget, const QRect& part, const QString& name);
+
     void Expect(bool condition, const QString& what);
+    void Expect_Text(const QString& shown, const QString& wanted, const QString& what);
+    void Expect_Window_Active();
 
-    template <typename TWidget>
-    TWidget* Find(const char* object_name) const;
-
-    QDir d_examples;
-    QDir d_results;
-    QString d_example;
-    QStringList d_figures;
-    TNorvexaEditor* d_window = nullptr;
+private:
+    QDir d_pictures;
+    QWidget* d_window = nullptr;
     bool d_succeeded = true;
 };
+
+template <typename T>
+T* TTour::Find(const QString& object_name) const
+{
+    return Child<T>(d_window, object_name);
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include <QString>
+
+/// `text` as one cell of tab-separated lines, character for character: what would part it into several cells or lines,
+/// and every other control character, becomes a blank.
+QString Tabbed_Cell(QString text);
