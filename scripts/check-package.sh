@@ -9,7 +9,7 @@
 #     scripts/check-package.sh [PACKAGE.deb]     the package that scripts/package.sh made, if none is given
 #
 # Needs to be root, about 2 GB in the folder for temporary files, and a mirror of Debian: that of DEBIAN_MIRROR, or
-# Debian's own. The machine's installed packages stay as they are.
+# debootstrap's own. The machine's installed packages stay as they are.
 set -euo pipefail
 [ $# -eq 0 ] || set -- "$(realpath "$1")"
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
@@ -32,7 +32,8 @@ package=${1:-$(echo build/release/norvexaeditor_*.deb)}
     NORVEXA_VIRTUAL_DISPLAY=yes exec scripts/virtual-display.sh 1280x1024 scripts/check-package.sh "$package"
 
 suite=bookworm
-mirror=${DEBIAN_MIRROR:-http://deb.debian.org/debian}
+mirror=()
+[ -z "${DEBIAN_MIRROR:-}" ] || mirror=("$DEBIAN_MIRROR")
 version=$(dpkg-deb --field "$package" Version)
 title="Norvexa Editor - Version ${version%-*}"
 dependencies=$(dpkg-deb --field "$package" Depends)
@@ -88,8 +89,8 @@ leave_root() {
 }
 
 make_roots() {
-    debootstrap --variant=minbase "$suite" "$bare" "$mirror" >"$work/debootstrap.log" ||
-        { cat "$work/debootstrap.log" >&2; fail "debootstrap could not make the root from $mirror"; }
+    debootstrap --variant=minbase "$suite" "$bare" "${mirror[@]}" >"$work/debootstrap.log" ||
+        { cat "$work/debootstrap.log" >&2; fail "debootstrap could not make the root"; }
     # Services of installed packages shall not start.
     printf '#!/bin/sh\nexit 101\n' >"$bare/usr/sbin/policy-rc.d"
     chmod +x "$bare/usr/sbin/policy-rc.d"
@@ -204,7 +205,7 @@ check_desktop_system() {
 }
 
 trap clean_up EXIT
-echo "Checking $package on $suite from $mirror"
+echo "Checking $package on $suite"
 make_roots
 check_bare_system
 check_desktop_system
