@@ -5,7 +5,9 @@
 
 #include <cerrno>
 #include <csignal>
+#include <cstdlib>
 #include <fcntl.h>
+#include <memory>
 #include <poll.h>
 #include <sys/stat.h>
 #include <system_error>
@@ -19,14 +21,31 @@ QString System_Reason(int code)
 }
 
 // A new file in the old one's place would cut its links or change what it is and whose.
-bool Must_Stay_In_Place(const QString& name)
+bool Must_Stay_In_Place(const struct stat& status)
 {
+    return !S_ISREG(status.st_mode) || status.st_nlink > 1 || status.st_uid != geteuid() || status.st_gid != getegid();
+}
+
+struct TTarget
+{
+    QString name; // of the file itself if it can be replaced, so that no link to it is taken for it
+    bool stays_in_place = false;
+    int error = 0; // what hinders from finding out more
+};
+
+TTarget Find_Target(const QString& name)
+{
+    const QByteArray path = QFile::encodeName(name);
     struct stat status = {};
 
-    if (stat(QFile::encodeName(name).constData(), &status) != 0) {
-        return false;
+    if (stat(path.constData(), &status) != 0) {
+        return {name, false, errno == ENOENT ? 0 : errno};
     }
-    return !S_ISREG(status.st_mode) || status.st_nlink > 1 || status.st_uid != geteuid() || status.st_gid != getegid();
+    if (Must_Stay_In_Place(status)) {
+        return {name, true, 0};
+    }
+    const std::unique_ptr<char, decltype(&std::free)> real_path(realpath(path.constData(), nullptr), &std::free);
+    return real_path != nullptr ? TTarget{QFile::decodeName(real_path.get()), false, 0} : TTarget{name, false, errno};
 }
 
 class TDescriptor
@@ -42,13 +61,6 @@ public:
     Q_DISABLE_COPY(TDescriptor)
 
     int Get() const { return d_descriptor; }
-    // Closing can be the moment at which an error of a write comes to light.
-    bool Close()
-    {
-        const int descriptor = d_descriptor;
-        d_descriptor = -1;
-        return close(descriptor) == 0;
-    }
 
 private:
     int d_descriptor;
@@ -93,39 +105,76 @@ bool Take_Room(int descriptor, qint64 old_size, const QByteArray& bytes)
            fsync(descriptor) == 0 && lseek(descriptor, 0, SEEK_SET) == 0;
 }
 
-// Takes the room first and cuts last, so that a full disk or a size limit shows before the old content is touched.
-bool Overwrite(int descriptor, qint64 old_size, const QByteArray& bytes)
+// What a file holds before it is overwritten; without its bytes if they cannot be read.
+struct TOldContent
 {
-    if (!Take_Room(descriptor, old_size, bytes)) {
-        const int code = errno;
-        const bool restored = ftruncate(descriptor, old_size) == 0;
-        Q_UNUSED(restored)
-        errno = code;
-        return false;
+    qint64 size = 0;
+    QByteArray bytes;
+};
+
+TOldContent Old_Content(const QString& name, qint64 size)
+{
+    // No file of this program is nearly as large, so that a larger one was chosen by mistake.
+    constexpr qint64 LARGEST_COPY = 64'000'000;
+    QFile file(name);
+
+    if (size > LARGEST_COPY || !file.open(QIODevice::ReadOnly)) {
+        return {size, {}};
     }
-    return Write_Bytes(descriptor, bytes) && ftruncate(descriptor, bytes.size()) == 0 && fsync(descriptor) == 0;
+    const QByteArray bytes = file.readAll();
+    return {size, bytes.size() == size ? bytes : QByteArray()};
 }
 
-bool Write_Opened(int descriptor, const QByteArray& bytes)
+void Put_Back(int descriptor, const TOldContent& old)
+{
+    const bool is_restored = lseek(descriptor, 0, SEEK_SET) == 0 && Write_Bytes(descriptor, old.bytes) &&
+                             ftruncate(descriptor, old.size) == 0 && fsync(descriptor) == 0;
+    Q_UNUSED(is_restored)
+}
+
+// Takes the room first and cuts last, so that a full disk or a size limit shows before the old content is touched.
+bool Overwrite(int descriptor, const TOldContent& old, const QByteArray& bytes)
+{
+    if (Take_Room(descriptor, old.size, bytes) && Write_Bytes(descriptor, bytes) &&
+        ftruncate(descriptor, bytes.size()) == 0 && fsync(descriptor) == 0) {
+        return true;
+    }
+    const int code = errno;
+    Put_Back(descriptor, old);
+    errno = code;
+    return false;
+}
+
+bool Write_Opened(int descriptor, const QString& name, const QByteArray& bytes)
 {
     struct stat status = {};
 
     if (fstat(descriptor, &status) != 0) {
         return false;
     }
-    return S_ISREG(status.st_mode) ? Overwrite(descriptor, status.st_size, bytes) : Write_Bytes(descriptor, bytes);
+    return S_ISREG(status.st_mode) ? Overwrite(descriptor, Old_Content(name, status.st_size), bytes)
+                                   : Write_Bytes(descriptor, bytes);
+}
+
+// Without O_NONBLOCK a pipe that nobody reads would be waited for. A file that is there is opened without O_CREAT:
+// with it, the system refuses the file of another user in a folder for all.
+int Open_In_Place(const QString& name)
+{
+    constexpr int FLAGS = O_WRONLY | O_CLOEXEC | O_NONBLOCK;
+    constexpr mode_t READ_WRITE_FOR_ALL = 0666;
+    const QByteArray path = QFile::encodeName(name);
+    const int descriptor = open(path.constData(), FLAGS);
+
+    return descriptor < 0 && errno == ENOENT ? open(path.constData(), FLAGS | O_CREAT, READ_WRITE_FOR_ALL) : descriptor;
 }
 
 TFileWrite Write_In_Place(const QString& name, const QByteArray& bytes, QString* reason)
 {
-    constexpr mode_t READ_WRITE_FOR_ALL = 0666;
-    // Without O_NONBLOCK a pipe that nobody reads would be waited for.
-    TDescriptor file(
-        open(QFile::encodeName(name).constData(), O_WRONLY | O_CREAT | O_CLOEXEC | O_NONBLOCK, READ_WRITE_FOR_ALL));
-
+    const TDescriptor file(Open_In_Place(name));
     const bool is_open = file.Get() >= 0;
 
-    if (is_open && Write_Opened(file.Get(), bytes) && file.Close()) {
+    // Closing brings no error to light that fsync() has not told.
+    if (is_open && Write_Opened(file.Get(), name, bytes)) {
         return TFileWrite::Done;
     }
     *reason = System_Reason(errno);
@@ -168,10 +217,15 @@ TFileWrite Write_Whole_File(const QString& name, const QByteArray& bytes, QStrin
 {
     Ignore_Write_Signals();
 
-    QSaveFile file(name);
+    const TTarget target = Find_Target(name);
+    if (target.error != 0) {
+        *reason = System_Reason(target.error);
+        return TFileWrite::Not_Opened;
+    }
+    QSaveFile file(target.name);
     // Where the folder takes no new file, the old one may still be written.
-    if (Must_Stay_In_Place(name) || !file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
-        return Write_In_Place(name, bytes, reason);
+    if (target.stays_in_place || !file.open(QIODevice::WriteOnly | QIODevice::Unbuffered)) {
+        return Write_In_Place(target.name, bytes, reason);
     }
     return Commit(&file, bytes, reason);
 }

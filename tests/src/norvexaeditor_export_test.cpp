@@ -1,5 +1,7 @@
 #include "core/number.h"
+#include "tests/faults/faultycalls.h"
 #include "tests/support/exportfixture.h"
+#include "tests/support/tinydisk.h"
 
 #include <QComboBox>
 #include <QDir>
@@ -14,7 +16,6 @@
 #include <algorithm>
 #include <csignal>
 #include <string>
-#include <sys/mount.h>
 #include <unistd.h>
 
 namespace {
@@ -119,29 +120,6 @@ private:
     uid_t d_user;
     gid_t d_group;
     bool d_is_plain;
-};
-
-/// A file system of one page in a folder, where mounting is allowed.
-class TTinyDisk
-{
-public:
-    explicit TTinyDisk(const QString& folder) : d_folder(QFile::encodeName(folder))
-    {
-        d_is_mounted = mount("tmpfs", d_folder.constData(), "tmpfs", 0, "size=4096") == 0;
-    }
-    ~TTinyDisk()
-    {
-        if (d_is_mounted) {
-            umount2(d_folder.constData(), MNT_DETACH);
-        }
-    }
-    Q_DISABLE_COPY(TTinyDisk)
-
-    bool Is_Mounted() const { return d_is_mounted; }
-
-private:
-    QByteArray d_folder;
-    bool d_is_mounted;
 };
 
 class TNorvexaEditorExport : public TExportFixture
@@ -806,11 +784,13 @@ TEST_F(TNorvexaEditorExport, Says_that_a_folder_cannot_be_written)
 TEST_F(TNorvexaEditorExport, Says_that_a_device_is_full)
 {
     Show(Probe_Budget());
-    ASSERT_TRUE(QFile::link("/dev/full", Path("full.csv")));
+    Write_File("full.csv", "old");
     d_answer.Choose_File(Path("full.csv"));
     d_answer.Click(QMessageBox::Yes);
-
-    Click_Export_CSV();
+    {
+        const TFullDisk disk(d_folder.path());
+        Click_Export_CSV();
+    }
 
     EXPECT_EQ(Log_Lines().last(),
               "ERR:  Cannot write file '" + Path("full.csv") + "'.  Reason: No space left on device");

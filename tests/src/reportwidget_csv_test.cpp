@@ -1,5 +1,6 @@
 #include "src/reportwidget.h"
 
+#include "tests/faults/faultycalls.h"
 #include "tests/support/qtprinters.h"
 
 #include <QComboBox>
@@ -225,11 +226,14 @@ TEST_F(TReportWidgetCSV, Says_why_a_folder_cannot_be_written)
 
 TEST_F(TReportWidgetCSV, Says_that_a_device_is_full)
 {
+    ASSERT_TRUE(d_page.Write_Export_CSV_Data(Path()));
     Collect();
+    {
+        const TFullDisk disk(d_folder.path());
+        EXPECT_FALSE(d_page.Write_Export_CSV_Data(Path()));
+    }
 
-    EXPECT_FALSE(d_page.Write_Export_CSV_Data("/dev/full"));
-
-    EXPECT_EQ(d_page.Last_Error(), "ERR:  Cannot write file '/dev/full'.  Reason: No space left on device");
+    EXPECT_EQ(d_page.Last_Error(), "ERR:  Cannot write file '" + Path() + "'.  Reason: No space left on device");
 }
 
 TEST_F(TReportWidgetCSV, Keeps_the_old_file_when_the_new_one_does_not_fit)

@@ -1,12 +1,12 @@
 #pragma once
 
-#include "tests/support/editorfixture.h"
+#include "tests/support/componentpages.h"
 
 #include <QByteArray>
 
 /// The main window with the acts of a user who exports: a report is shown, its identifiers are chosen, an export button
 /// is clicked. The dialogs are answered by `d_answer`, armed before, as in TEditorFixture.
-class TExportFixture : public TEditorFixture
+class TExportFixture : public TComponentPagesFixture
 {
 protected:
     // What is there
@@ -33,6 +33,5 @@ protected:
     /// Exports to `path` through the button and the dialog.
     void Export_CSV(const QString& path);
 
-private:
     void Show_Page(const QString& label);
 };

@@ -1,0 +1,198 @@
+#include "tests/faults/faultycalls.h"
+#include "tests/faults/savedfile.h"
+#include "tests/faults/saveplace.h"
+#include "tests/support/qtprinters.h"
+
+#include <QRegularExpression>
+
+#include <gtest/gtest.h>
+
+#include <cerrno>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+// Every call by which a budget, a CSV file and a PDF are saved fails in turn, or is the last one of its process.
+// Printing takes its time, so that a part of what can happen to a PDF is left to a long run, one with NORVEXA_LONG_RUN
+// set.
+
+namespace {
+
+/// Larger than what a printer writes at once.
+constexpr int COMPONENTS = 20;
+
+struct TFaultRow
+{
+    const char* name;
+    TFault::TKind kind;
+    int code;
+};
+
+/// That the code of a fault hardly matters shows from the files that are saved quickly.
+const TFaultRow FAULTS[] = {
+    {"no space", TFault::FAILURE, ENOSPC},
+    {"I/O error", TFault::FAILURE, EIO},
+    {"quota", TFault::FAILURE, EDQUOT},
+    {"no space from there on", TFault::FAILURE_FROM_THERE, ENOSPC},
+    {"I/O error from there on", TFault::FAILURE_FROM_THERE, EIO},
+    {"quota from there on", TFault::FAILURE_FROM_THERE, EDQUOT},
+    {"short write", TFault::SHORT, 0},
+    {"short write, no space", TFault::SHORT_THEN_FAILURE, ENOSPC},
+    {"short write, I/O error", TFault::SHORT_THEN_FAILURE, EIO},
+    {"killed before", TFault::KILL_BEFORE, 0},
+    {"killed midway", TFault::KILL_MIDWAY, 0},
+    {"killed after", TFault::KILL_AFTER, 0},
+};
+
+bool Is_For_Writes(TFault::TKind kind)
+{
+    return kind == TFault::SHORT || kind == TFault::SHORT_THEN_FAILURE || kind == TFault::KILL_MIDWAY;
+}
+
+bool Kills(TFault::TKind kind)
+{
+    return kind == TFault::KILL_BEFORE || kind == TFault::KILL_MIDWAY || kind == TFault::KILL_AFTER;
+}
+
+/// Whether a process that survives could not take away its temporary files.
+bool Hinders_Removal(const TFault& fault, const QString& call)
+{
+    const bool is_removal = call.startsWith("remove ") || call.startsWith("opendir ") || call.startsWith("readdir ") ||
+                            call.startsWith("stat ");
+    return fault.kind == TFault::FAILURE_FROM_THERE ? fault.code == EIO : fault.kind == TFault::FAILURE && is_removal;
+}
+
+struct TTally
+{
+    int runs = 0;
+    int saved = 0;
+    int refused = 0;
+    int killed = 0;
+    int damaged = 0;
+    int cut_in_place = 0;
+    int false_successes = 0;
+    int strays = 0;
+};
+
+class TSaveFault : public ::testing::TestWithParam<TSaveCase>
+{
+protected:
+    TSaveFault() : d_file(std::get<TFileKind>(GetParam()), 2, COMPONENTS), d_place(std::get<TScene>(GetParam())) {}
+
+    void SetUp() override
+    {
+        if (!d_place.Is_Possible()) {
+            GTEST_SKIP() << "only root can act as another user";
+        }
+    }
+
+    TReport Save(const TFault& fault)
+    {
+        d_place.Set_Up();
+        return d_place.Save(d_file, [&] { Watch_Calls(d_place.Folder(), fault, &d_log); });
+    }
+
+    /// The calls of a save that nothing hinders.
+    QStringList Calls()
+    {
+        EXPECT_EQ(Save(TFault()), TReport::Saved);
+        EXPECT_EQ(d_place.Found(d_file), TFound::New);
+        return d_log.Calls();
+    }
+
+    TFound Before() const { return std::get<TScene>(GetParam()) == TScene::Nothing ? TFound::Nothing : TFound::Old; }
+
+    /// Where a file is written in place, no more can be promised after the end of the process or of the device.
+    bool May_Be_Cut(const TFault& fault) const
+    {
+        return d_place.Is_Written_In_Place() && (Kills(fault.kind) || fault.kind == TFault::FAILURE_FROM_THERE);
+    }
+
+    void Check(const TFault& fault, const QString& call, TTally* tally)
+    {
+        const TReport report = Save(fault);
+        const TFound found = d_place.Found(d_file);
+        const QStringList strays = d_place.Strays();
+        const bool is_whole = found == TFound::New || found == Before();
+
+        EXPECT_TRUE(d_log.Is_Met());
+        EXPECT_EQ(report == TReport::Killed, Kills(fault.kind));
+        EXPECT_NE(report, TReport::Crashed);
+        EXPECT_TRUE(report != TReport::Saved || found == TFound::New) << "false success";
+        EXPECT_TRUE(is_whole || May_Be_Cut(fault)) << "damaged";
+        EXPECT_TRUE(report != TReport::Refused || found == Before() || May_Be_Cut(fault)) << "false failure";
+        if (report != TReport::Killed && !Hinders_Removal(fault, call)) {
+            EXPECT_EQ(strays, QStringList());
+        }
+        ++tally->runs;
+        tally->saved += report == TReport::Saved;
+        tally->refused += report == TReport::Refused;
+        tally->killed += report == TReport::Killed;
+        tally->damaged += !is_whole && !May_Be_Cut(fault);
+        tally->cut_in_place += !is_whole && May_Be_Cut(fault);
+        tally->false_successes += report == TReport::Saved && found != TFound::New;
+        tally->strays += !strays.isEmpty();
+    }
+
+    static bool Is_Taken(const TFaultRow& row)
+    {
+        const bool is_repetition = row.code == EDQUOT || (row.kind == TFault::FAILURE && row.code == EIO);
+        return Is_Long_Run() || std::get<TFileKind>(GetParam()) != TFileKind::PDF || !is_repetition;
+    }
+
+    TTally Check_Every_Call(const TFaultRow& row, const QStringList& calls)
+    {
+        TTally tally;
+        for (int index = 0; index < calls.size(); ++index) {
+            if (!Is_For_Writes(row.kind) || calls.at(index).startsWith("write ")) {
+                SCOPED_TRACE(std::string(row.name) + " at call " + std::to_string(index) + ", " +
+                             calls.at(index).toStdString());
+                Check({row.kind, index, row.code}, calls.at(index), &tally);
+            }
+        }
+        return tally;
+    }
+
+    TSavedFile d_file;
+    TSavePlace d_place;
+    TCallLog d_log;
+};
+
+void Print(const char* name, const TTally& tally)
+{
+    std::printf("%-24s %6d %6d %8d %7d %8d %13d %16d %7d\n", name, tally.runs, tally.saved, tally.refused, tally.killed,
+                tally.damaged, tally.cut_in_place, tally.false_successes, tally.strays);
+}
+
+} // namespace
+
+TEST_P(TSaveFault, Leaves_the_old_file_whole_or_the_new_one_and_tells_which)
+{
+    const QStringList calls = Calls();
+    ASSERT_GT(calls.size(), 5);
+
+    std::printf("%s, %d calls\n", Name_Of(GetParam()).c_str(), static_cast<int>(calls.size()));
+    std::printf("%-24s   runs  saved  refused  killed  damaged  cut in place  false successes  strays\n", "fault");
+    for (const TFaultRow& row : FAULTS) {
+        if (Is_Taken(row)) {
+            Print(row.name, Check_Every_Call(row, calls));
+        }
+    }
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, TSaveFault, ::testing::ValuesIn(Every_Save_Case()),
+                         [](const auto& row) { return Name_Of(row.param); });
+
+// A folder for all may forbid to create what is another user's, even where that file is there and may be written.
+TEST(TSaveInPlace, Opens_the_file_without_the_wish_to_create_it)
+{
+    const TSavedFile file(TFileKind::CSV, 2, COMPONENTS);
+    const TSavePlace place(TScene::A_File_Of_Two_Names);
+    TCallLog log;
+    place.Set_Up();
+
+    EXPECT_EQ(place.Save(file, [&] { Watch_Calls(place.Folder(), TFault(), &log); }), TReport::Saved);
+
+    EXPECT_EQ(log.Calls().filter(QRegularExpression("^(open|create) ")),
+              QStringList({"open " + place.Target(), "open " + place.Target()}));
+}
