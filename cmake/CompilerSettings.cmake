@@ -6,6 +6,8 @@ target_compile_definitions(norvexa_settings INTERFACE QT_NO_CAST_TO_ASCII QT_DEP
 
 target_compile_options(norvexa_settings INTERFACE
     -Wall -Wextra -Wpedantic -Wshadow -Wconversion
+    # GCC does not count it to the conversions.
+    $<$<CXX_COMPILER_ID:Clang>:-Wno-sign-conversion>
     # Failed assertions name their source relative to the checkout: "../core/expression.cpp".
     -fmacro-prefix-map=${PROJECT_SOURCE_DIR}=..
     # Fused multiply-adds would change the last digit from machine to machine.
@@ -16,4 +18,9 @@ if(NORVEXA_SANITIZE)
     target_compile_options(norvexa_settings INTERFACE
         -fsanitize=${NORVEXA_SANITIZE} -fno-sanitize-recover=all -fno-omit-frame-pointer)
     target_link_options(norvexa_settings INTERFACE -fsanitize=${NORVEXA_SANITIZE})
+endif()
+
+if(NORVEXA_COVERAGE)
+    target_compile_options(norvexa_settings INTERFACE --coverage)
+    target_link_options(norvexa_settings INTERFACE --coverage)
 endif()

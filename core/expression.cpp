@@ -8,6 +8,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <limits>
 #include <optional>
 
 namespace {
@@ -16,6 +17,9 @@ constexpr int NOT_FOUND = -1;
 constexpr int VALUE_DECIMALS = 16;
 constexpr int LOWEST_PRECEDENCE = 0;
 constexpr double LARGEST_PATTERN = 2000.0;
+// In steps of the pattern: about a second.
+constexpr double LONGEST_SEARCH = 4e8;
+constexpr int LARGEST_GROWN_TEXT = 4'000'000;
 const QLatin1String SUM_OF_SQUARES("SUMSQ(");
 const QLatin1String SQUARE_ROOT("SQRT(");
 
@@ -53,6 +57,25 @@ double Written_Out_Size(const QString& pattern)
     return size;
 }
 
+/// Whether the search for `pattern`, which takes `size` characters when written out, would take too long in a text of
+/// `length`: from each position on it may follow an unlimited repetition up to the end.
+bool Is_Long_Search(const QString& pattern, double size, double length)
+{
+    const bool is_unlimited = std::any_of(pattern.cbegin(), pattern.cend(), [](QChar character) {
+        return character == '*' || character == '+' || character == '{';
+    });
+
+    return size * length * (is_unlimited ? length : size) > LONGEST_SEARCH;
+}
+
+/// QRegExp nests as deeply as its pattern and writes repetitions out: a huge one would exhaust stack or memory.
+bool Is_Excessive(const QString& pattern, int length)
+{
+    const double size = Written_Out_Size(pattern);
+
+    return size > LARGEST_PATTERN || Is_Long_Search(pattern, size, length);
+}
+
 /// The value in fixed notation, since the scan knows no exponents. A sign is read in front of an expression only; the
 /// parentheses let a negative value follow an operator.
 QString Value_Text(double value)
@@ -62,9 +85,10 @@ QString Value_Text(double value)
     return value < 0.0 ? QString("(%1)").arg(number) : number;
 }
 
-/// `text` with every match replaced. QString::replace copies the whole text anew for each two thousand matches and
-/// looks for the next word boundary in the copy; here the matches are those of `text` as it came.
-QString Replaced(const QString& text, const QRegExp& pattern, const QString& replacement)
+/// `text` with every match replaced; nothing if that is longer than `limit`. QString::replace copies the whole text
+/// anew for each two thousand matches and looks for the next word boundary in the copy; here the matches are those of
+/// `text` as it came.
+std::optional<QString> Replaced(const QString& text, const QRegExp& pattern, const QString& replacement, int limit)
 {
     QString result;
     int copied = 0;
@@ -75,22 +99,27 @@ QString Replaced(const QString& text, const QRegExp& pattern, const QString& rep
 
         result += text.midRef(copied, match - copied);
         result += replacement;
+        if (result.size() > limit) {
+            return std::nullopt;
+        }
         copied = match + length;
         match = pattern.indexIn(text, length > 0 ? copied : copied + 1);
     }
     return result += text.midRef(copied);
 }
 
-QString Substituted(const QString& text, const TExpression::TVariable& variable)
+/// Nothing if the text becomes too long: a pattern that matches next to nothing is met between the characters of every
+/// value again, and with a few of these the text would outgrow the memory.
+std::optional<QString> Substituted(const QString& text, const TExpression::TVariable& variable)
 {
     const QString name = variable.name.toUpper();
     const bool is_word = Is_Word(name);
 
-    // QRegExp nests as deeply as its pattern and writes repetitions out: a huge one would exhaust stack or memory.
-    if (is_word ? !text.contains(name) : Written_Out_Size(name) > LARGEST_PATTERN) {
+    if (is_word ? !text.contains(name) : Is_Excessive(name, text.size())) {
         return text;
     }
-    return Replaced(text, QRegExp(QString("(\\b%1\\b)").arg(name)), Value_Text(variable.value));
+    return Replaced(text, QRegExp(QString("(\\b%1\\b)").arg(name)), Value_Text(variable.value),
+                    is_word ? std::numeric_limits<int>::max() : std::max(LARGEST_GROWN_TEXT, text.size()));
 }
 
 // Characters and operators
@@ -609,12 +638,16 @@ double TExpression::Evaluate(const QString& text, bool* ok) const
         Set_Flag(ok, false);
         return 0.0;
     }
-    QString working_text = Working_Text(text);
+    std::optional<QString> working_text = Working_Text(text);
 
     for (const TVariable& variable : d_variables) {
-        working_text = Substituted(working_text, variable);
+        working_text = Substituted(*working_text, variable);
+        if (!working_text) {
+            Set_Flag(ok, false);
+            return 0.0;
+        }
     }
-    return Process_Expression(working_text, ok);
+    return Process_Expression(*working_text, ok);
 }
 
 // Steps of the evaluation

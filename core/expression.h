@@ -45,8 +45,9 @@ public:
     // Evaluation
 
     /// The value of `text` with every variable replaced by its value: names match whole words in any case, and the
-    /// characters of regular expressions in a name act as such (such a name of more than 2000 characters, repetitions
-    /// written out, is never met). `ok` may be null.
+    /// characters of regular expressions in a name act as such. Such a name is never met where its search would take
+    /// too long: of more than 2000 characters, repetitions written out, or with unlimited repetitions in a long text.
+    /// A text that such names make longer than 4 million characters is invalid. `ok` may be null.
     double Evaluate(const QString& text, bool* ok) const;
 
     // Steps of the evaluation

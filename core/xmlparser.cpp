@@ -15,6 +15,7 @@ constexpr int MAXIMUM_DEPTH = 256;
 constexpr int MAXIMUM_ELEMENTS = 2'000'000;
 constexpr int MAXIMUM_ATTRIBUTES = 2'000'000;
 constexpr int MAXIMUM_OTHER_NODES = 2'000'000;
+constexpr int MAXIMUM_REFERENCES = 2'000'000;
 constexpr int MAXIMUM_ENTITIES = 64;
 constexpr int MAXIMUM_EXPANSION = 10 * 1024 * 1024;
 // The readers compare each attribute of an element, each attribute that the document type declares and each namespace
@@ -110,6 +111,21 @@ bool Has_Few_Attributes(const QString& text, TXmlFault* fault)
         *fault = Fault_At("too many attributes", Position_At(text, start));
     }
     return is_few;
+}
+
+// Each reference is looked up by both readers and once more here, which takes far longer than any other text. Those in
+// comments and sections are counted too.
+bool Has_Few_References(const QString& text, TXmlFault* fault)
+{
+    int count = 0;
+
+    for (int at = text.indexOf('&'); at >= 0; at = text.indexOf('&', at + 1)) {
+        if (++count > MAXIMUM_REFERENCES) {
+            *fault = Fault_At(QString("more than %1 references").arg(MAXIMUM_REFERENCES), Position_At(text, at));
+            return false;
+        }
+    }
+    return true;
 }
 
 // How deep the parentheses in the declarations of a document type nest.
@@ -328,6 +344,7 @@ bool Xml_Parse(const QByteArray& bytes, bool namespace_processing, QDomDocument*
         return false;
     }
     QString text;
-    return Decode(bytes, &text, fault) && Has_Few_Attributes(text, fault) && Check(text, namespace_processing, fault) &&
+    return Decode(bytes, &text, fault) && Has_Few_Attributes(text, fault) && Has_Few_References(text, fault) &&
+           Check(text, namespace_processing, fault) &&
            Build_Document(With_High_Characters(text), namespace_processing, document, fault);
 }

@@ -3,6 +3,7 @@
 #include "core/assertion.h"
 #include "core/number.h"
 #include "core/xmlfile.h"
+#include "core/xmltext.h"
 
 #include <QDate>
 #include <QLocale>
@@ -65,15 +66,29 @@ public:
         }
     }
 
-    void Own_Text(QString* text) const { *text = d_xml_file->Read_Text_Node(&d_node, false); }
+    void Own_Text(QString* text) const { *text = Text_Of(d_node, false); }
 
 private:
     TReader At(const QDomElement& node) const { return {d_document, d_xml_file, node, d_version}; }
 
     QString Leaf(const char* name, bool optional) const
     {
-        const QDomElement leaf = d_xml_file->Get_Node(&d_node, name, false);
-        return d_xml_file->Read_Text_Node(&leaf, optional);
+        return Text_Of(d_xml_file->Get_Node(&d_node, name, false), optional);
+    }
+
+    // Blanks come through in a CDATA section only. Saved as text they would be gone, so they count as no text at once.
+    QString Text_Of(const QDomElement& node, bool optional) const
+    {
+        const QString text = d_xml_file->Read_Text_Node(&node, optional);
+
+        if (!Xml_Is_Blank(text)) {
+            return text;
+        }
+        if (!optional) {
+            throw TXmlFileException(QString("ERR:  Node Text for '%1' is not optional.").arg(node.tagName()),
+                                    TXmlFileException::Xml_Content);
+        }
+        return QString();
     }
 
     const TNorvexa* d_document;

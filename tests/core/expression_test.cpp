@@ -1,6 +1,7 @@
 #include "core/expression.h"
 #include "tests/support/literalexpression.h"
 #include "tests/support/qtprinters.h"
+#include "tests/support/randomexpression.h"
 
 #include <QLocale>
 #include <QStringList>
@@ -12,7 +13,6 @@
 #include <csignal>
 #include <future>
 #include <limits>
-#include <random>
 
 using ::testing::Eq;
 using ::testing::KilledBySignal;
@@ -560,6 +560,24 @@ TEST(TExpression, Never_meets_a_pattern_of_excessive_size)
     EXPECT_EQ(Evaluated(Expression_With({{QString(DEEP, 'A'), 2.0}}), QString(DEEP, 'a'), true), Valid(2.0));
 }
 
+TEST(TExpression, Never_meets_an_unlimited_pattern_in_a_long_text)
+{
+    const TExpression expression = Expression_With({{"B.*C", 2.0}, {"A", 1.0}});
+
+    EXPECT_EQ(Evaluated(expression, "0" + QString("+A").repeated(DEEP) + "+BXC", false), INVALID);
+    EXPECT_EQ(Evaluated(expression, "0" + QString("+A").repeated(2000) + "+BXC", true), Valid(2002.0));
+}
+
+TEST(TExpression, Is_invalid_where_patterns_outgrow_the_memory)
+{
+    TExpression expression;
+    for (char letter = 'A'; letter <= 'H'; ++letter) {
+        expression.Add_Variable(QChar(letter) + QString("||"), 2.5);
+    }
+
+    EXPECT_EQ(Evaluated(expression, "A||+B||+C||", false), INVALID);
+}
+
 TEST(TExpression, Writes_and_reads_numbers_with_a_point_under_every_locale)
 {
     const QLocale previous;
@@ -807,129 +825,6 @@ TEST(TExpression, Evaluates_a_hundred_thousand_nested_groups)
 
 namespace {
 
-/// Makes random texts: expressions by their grammar, half of them with some tokens lost, doubled or swapped for others.
-class TTextMaker
-{
-public:
-    explicit TTextMaker(unsigned int seed) : d_random(seed) {}
-
-    QString Text()
-    {
-        QStringList tokens;
-
-        Append_Expression(&tokens, 3);
-        if (Below(2) == 0) {
-            Spoil(&tokens);
-        }
-        return tokens.join(QString());
-    }
-
-    QString Jumble()
-    {
-        QString text;
-
-        for (int count = Below(14); count > 0; --count) {
-            text += Any_Token();
-        }
-        return text;
-    }
-
-    int Below(int limit) { return static_cast<int>(d_random() % static_cast<unsigned int>(limit)); }
-
-private:
-    void Append_Expression(QStringList* tokens, int depth)
-    {
-        static const QStringList operators = {"+", "-", "*", "/", "^"};
-
-        if (Below(5) == 0) {
-            tokens->append(Below(4) == 0 ? "+" : "-");
-        }
-        Append_Operand(tokens, depth);
-        while (Below(5) < 2) {
-            tokens->append(operators.at(Below(5)));
-            Append_Operand(tokens, depth);
-        }
-    }
-
-    void Append_Operand(QStringList* tokens, int depth)
-    {
-        static const QStringList operands = {"1", "2.5", ".75", "12", "X", "l", "LX", "A_1", "_"};
-        static const QStringList openings = {"(", "SQRT(", "SUMSQ("};
-        const int kind = depth > 0 ? Below(6) : 5;
-
-        if (kind > 2) {
-            tokens->append(operands.at(Below(operands.size())));
-            return;
-        }
-        tokens->append(openings.at(kind));
-        Append_Expression(tokens, depth - 1);
-        while (kind == 2 && Below(3) > 0) {
-            tokens->append(",");
-            Append_Expression(tokens, depth - 1);
-        }
-        tokens->append(")");
-    }
-
-    void Spoil(QStringList* tokens)
-    {
-        for (int count = 1 + Below(2); count > 0 && !tokens->isEmpty(); --count) {
-            const int index = Below(tokens->size());
-
-            switch (Below(3)) {
-            case 0:
-                tokens->removeAt(index);
-                break;
-            case 1:
-                tokens->insert(index, Any_Token());
-                break;
-            default:
-                tokens->replace(index, Any_Token());
-            }
-        }
-    }
-
-    QString Any_Token()
-    {
-        static const QStringList tokens = {"1",
-                                           "0",
-                                           "9.5",
-                                           ".",
-                                           "+",
-                                           "-",
-                                           "*",
-                                           "/",
-                                           "^",
-                                           "(",
-                                           "(",
-                                           ")",
-                                           ")",
-                                           ",",
-                                           "SQRT(",
-                                           "SUMSQ(",
-                                           "SUMSQ((",
-                                           "X",
-                                           "l",
-                                           "LX",
-                                           "A_1",
-                                           "_",
-                                           "E",
-                                           "s",
-                                           " ",
-                                           "%1",
-                                           "\t",
-                                           "BBB",
-                                           "SQRT",
-                                           "-2",
-                                           QString::fromUtf8("Ж"),
-                                           QChar(0x0129),
-                                           QString::fromUtf8("ſqrt(")};
-
-        return tokens.at(Below(tokens.size()));
-    }
-
-    std::mt19937 d_random;
-};
-
 TExpression Expression_For_Random_Texts()
 {
     return Expression_With({{"X", -1.5}, {"L", 2.0}, {"lx", 3.0}, {"A_1", 0.25}, {"B+", -0.0}, {"_", -4.0}});
@@ -952,7 +847,7 @@ TEST(TExpression, Agrees_with_the_literal_rules_on_random_expressions)
 {
     const TExpression expression = Expression_For_Random_Texts();
     const TVariables variables = Variables_Of(expression);
-    TTextMaker maker(20010203);
+    TRandomExpression maker(20010203);
     int valid_count = 0;
 
     for (int count = 0; count < 6000 && !HasFailure(); ++count) {
@@ -966,7 +861,7 @@ TEST(TExpression, Agrees_with_the_literal_rules_on_random_jumbles)
 {
     const TExpression expression = Expression_For_Random_Texts();
     const TVariables variables = Variables_Of(expression);
-    TTextMaker maker(20040506);
+    TRandomExpression maker(20040506);
     int valid_count = 0;
 
     for (int count = 0; count < 6000 && !HasFailure(); ++count) {
@@ -978,7 +873,7 @@ TEST(TExpression, Agrees_with_the_literal_rules_on_random_jumbles)
 TEST(TExpression, Agrees_with_the_literal_rules_on_random_functions)
 {
     const QStringList openings = {"SQRT(", "SUMSQ(", "sumsq((", ""};
-    TTextMaker maker(20070809);
+    TRandomExpression maker(20070809);
 
     for (int count = 0; count < 3000 && !HasFailure(); ++count) {
         const QString text = openings.at(maker.Below(4)) + maker.Text() + "," + maker.Text() + ")" + maker.Jumble();
@@ -995,7 +890,7 @@ TEST(TExpression, Agrees_with_the_literal_rules_on_random_functions)
 
 TEST(TExpression, Agrees_with_the_literal_rules_on_closing_parentheses)
 {
-    TTextMaker maker(20101112);
+    TRandomExpression maker(20101112);
 
     for (int count = 0; count < 500 && !HasFailure(); ++count) {
         const QString text = maker.Jumble() + maker.Text();

@@ -163,15 +163,21 @@ protected:
         element.parentNode().removeChild(element);
     }
 
-    void Set_Text(const QString& path, const QString& text)
+    void Set_Text(const QString& path, const QString& text) { Set_Content(path, d_document.createTextNode(text)); }
+    void Set_Section(const QString& path, const QString& text)
+    {
+        Set_Content(path, d_document.createCDATASection(text));
+    }
+
+    void Set_Content(const QString& path, const QDomNode& content)
     {
         QDomElement element = Element(path);
         ASSERT_FALSE(element.isNull()) << path.toStdString();
         while (element.hasChildNodes()) {
             element.removeChild(element.firstChild());
         }
-        if (!text.isEmpty()) {
-            element.appendChild(d_document.createTextNode(text));
+        if (!content.nodeValue().isEmpty()) {
+            element.appendChild(content);
         }
     }
 
@@ -569,6 +575,15 @@ TEST_P(TNorvexa_Required_Text_Test, Is_reported_when_it_is_empty_or_blank)
     }
 }
 
+// The parser keeps blanks there; saved as text they would be lost, and the file would not load.
+TEST_P(TNorvexa_Required_Text_Test, Is_reported_when_it_is_blank_in_a_section)
+{
+    for (const QString& text : {QString(" "), QString("\n\t"), QString(QChar(QChar::Nbsp))}) {
+        Set_Section(GetParam(), text);
+        EXPECT_EQ(Load(), No_Text(QString(GetParam()).section('/', -1)));
+    }
+}
+
 // The number of an element wherever it lands in the record: the description of the budget, one line different.
 TEST_P(TNorvexa_Number_Test, Counts_as_0_when_it_is_no_finite_number)
 {
@@ -594,8 +609,20 @@ INSTANTIATE_TEST_SUITE_P(Numbers, TNorvexa_Number_Test, testing::ValuesIn(NUMBER
 TEST_F(TNorvexa_File_Test, Requires_a_text_of_each_group_item)
 {
     Set_Text("Report_Groups/Group/Items/Item", "");
-
     EXPECT_EQ(Load(), No_Text("Item"));
+
+    Set_Section("Report_Groups/Group/Items/Item", " ");
+    EXPECT_EQ(Load(), No_Text("Item"));
+}
+
+TEST_F(TNorvexa_File_Test, Reads_texts_in_sections)
+{
+    Set_Section("Components/Component/Name", "A & B");
+    Set_Section("Variables/Variable/Description", " ");
+
+    EXPECT_EQ(Load(), "");
+    EXPECT_EQ(d_budget.components.front().name, "A & B");
+    EXPECT_EQ(d_budget.variables.front().description, "");
 }
 
 // Saving

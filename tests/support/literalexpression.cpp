@@ -3,6 +3,7 @@
 #include <QRegExp>
 #include <QStringList>
 
+#include <algorithm>
 #include <cmath>
 
 namespace {
@@ -31,13 +32,28 @@ private:
 
     TLiteralResult Completed();
     bool Convert(int end);
+    void Start_Over();
+
+    /// What decides how a scan goes on where it starts over. The numbers do not: whatever their values, the same steps
+    /// follow.
+    struct TState
+    {
+        int start;
+        std::size_t number_count;
+        std::stack<int> oper_stack;
+
+        bool operator==(const TState& other) const
+        {
+            return start == other.start && number_count == other.number_count && oper_stack == other.oper_stack;
+        }
+    };
 
     const QString d_text;
     int d_position = 0;
     int d_start = 0;
     bool d_have_value = false;
     double d_pending_value = 0.0;
-    int d_started_over_at = -1;
+    std::vector<TState> d_former_states;
     std::stack<double> d_number_stack;
     std::stack<int> d_oper_stack;
 };
@@ -78,21 +94,18 @@ bool TLiteralScan::Step()
 
 bool TLiteralScan::Group()
 {
-    if (d_position == d_started_over_at) {
-        throw TEndless();
-    }
     const int close = Literal_Find_Closing_Brace(d_text, d_position);
     const TLiteralResult result = Process_Expression(d_text.mid(d_position + 1, close - d_position - 1));
 
     if (!result.valid) {
         return false;
     }
-    if (close == -1) {
-        d_started_over_at = d_position;
-    }
     d_pending_value = result.value;
     d_have_value = true;
     d_position = close + 1;
+    if (d_position == 0) {
+        Start_Over();
+    }
     return true;
 }
 
@@ -164,6 +177,17 @@ bool TLiteralScan::Convert(int end)
     return ok;
 }
 
+/// Ends the scan where it starts over in a state in which it started over before.
+void TLiteralScan::Start_Over()
+{
+    const TState state = {d_start, d_number_stack.size(), d_oper_stack};
+
+    if (std::find(d_former_states.begin(), d_former_states.end(), state) != d_former_states.end()) {
+        throw TEndless();
+    }
+    d_former_states.push_back(state);
+}
+
 TLiteralResult Square_Root(const QString& argument)
 {
     const TLiteralResult result = Process_Expression(argument);
@@ -223,27 +247,40 @@ void PrintTo(const TLiteralResult& result, std::ostream* stream)
             << (result.valid ? "), valid" : "), invalid");
 }
 
+QString Literal_Working_Text(const QString& text)
+{
+    return text.simplified().toUpper().remove(QChar(32), Qt::CaseSensitive);
+}
+
+QString Literal_Substituted(QString working_text, const TExpression::TVariable& variable)
+{
+    const QRegExp pattern(QString("(\\b%1\\b)").arg(variable.name.toUpper()));
+    const QString format = variable.value < 0.0 ? "(%1)" : "%1";
+
+    return working_text.replace(pattern, format.arg(variable.value, 0, 'f', 16));
+}
+
 TLiteralResult Literal_Evaluate(const QString& text, const std::vector<TExpression::TVariable>& variables)
 {
     if (text.isEmpty()) {
         return TLiteralResult();
     }
-    QString working_text = text.simplified().toUpper().remove(QChar(32), Qt::CaseSensitive);
+    QString working_text = Literal_Working_Text(text);
 
     for (const TExpression::TVariable& variable : variables) {
-        const QRegExp pattern(QString("(\\b%1\\b)").arg(variable.name.toUpper()));
-        const QString format = variable.value < 0.0 ? "(%1)" : "%1";
-
-        working_text.replace(pattern, format.arg(variable.value, 0, 'f', 16));
+        working_text = Literal_Substituted(working_text, variable);
     }
     return Literal_Process_Expression(working_text);
 }
 
-TLiteralResult Literal_Process_Expression(const QString& text)
+TLiteralResult Literal_Process_Expression(const QString& text, bool* is_endless)
 {
     try {
         return Process_Expression(text);
     } catch (const TEndless&) {
+        if (is_endless != nullptr) {
+            *is_endless = true;
+        }
         return TLiteralResult();
     }
 }

@@ -7,8 +7,8 @@
 /// The rules of TExpression followed to the letter, by recursion and with copies of the texts: slow and of limited
 /// depth, but plain. Its results are what TExpression is compared with.
 ///
-/// A scan that would never end is recognised by its state coming back: it meets the parenthesis again from which it
-/// started over. What waits for such a scan would never end either: the call is invalid and yields 0.0.
+/// A scan that would never end is recognised by its state coming back: it starts over as it started over before. What
+/// waits for such a scan would never end either: the call is invalid and yields 0.0.
 
 struct TLiteralResult
 {
@@ -23,7 +23,13 @@ void PrintTo(const TLiteralResult& result, std::ostream* stream);
 /// `variables` stand in the order of their substitution.
 TLiteralResult Literal_Evaluate(const QString& text, const std::vector<TExpression::TVariable>& variables);
 
-TLiteralResult Literal_Process_Expression(const QString& text);
+// Its steps
+
+QString Literal_Working_Text(const QString& text);
+QString Literal_Substituted(QString working_text, const TExpression::TVariable& variable);
+
+/// `is_endless` (may be null) becomes true where the scan would never end and is left alone elsewhere.
+TLiteralResult Literal_Process_Expression(const QString& text, bool* is_endless = nullptr);
 TLiteralResult Literal_Process_Function(const QString& text, int* function_length);
 double Literal_Apply_Expression(std::stack<double>* number_stack, std::stack<int>* oper_stack);
 int Literal_Operator_Precedence(int oper);
