@@ -277,7 +277,10 @@ void TReportGroupWidget::Rename_Current_Group(QWidget* /*editor*/)
         return;
     }
     d_group_delegate->Accept_Rename();
-    d_current_group = new_name;
+    // The view takes Ctrl+Space from the editor, and the entry may be selected no more.
+    if (d_current_group == old_name) {
+        d_current_group = new_name;
+    }
     emit Report_Groups_Changed();
 }
 

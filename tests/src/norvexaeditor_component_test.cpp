@@ -691,6 +691,22 @@ TEST_F(TNorvexaEditorComponent, A_first_identifier_renamed_to_be_the_last_keeps_
     EXPECT_EQ(Saved_State(), State_Of(expected));
 }
 
+TEST_F(TNorvexaEditorComponent, An_identifier_deselected_while_it_is_renamed_is_not_the_current_one)
+{
+    Open_Identifier("SN 1");
+    Press(Qt::Key_F2);
+    Replace_Text(Open_Editor(Identifiers()), "SN 9");
+
+    Press(Qt::Key_Space, Qt::ControlModifier);
+    Enter("component_length", "7.5");
+
+    EXPECT_TRUE(Component_Page().startsWith("Probe: SN 2, SN 9; "));
+    TNorvexa expected = Workshop_Budget().document;
+    expected.Rename_Component_Identifier("Probe", "SN 1", "SN 9");
+    Change_Component(&expected, "Probe", [](TComponent* record) { record->length = 7.5; });
+    EXPECT_EQ(Saved_State(), State_Of(expected));
+}
+
 TEST_F(TNorvexaEditorComponent, A_double_click_renames_an_identifier)
 {
     Open_Identifier("SN 1");
