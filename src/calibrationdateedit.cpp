@@ -1,15 +1,32 @@
 #include "src/calibrationdateedit.h"
 
+#include "core/describe.h"
+
+#include <QAbstractItemView>
 #include <QCalendarWidget>
 #include <QEvent>
 #include <QLineEdit>
 #include <QLocale>
 #include <QSignalBlocker>
+#include <QSpinBox>
 #include <QTextCharFormat>
 
 namespace {
 
 const char* const DATE_FORMAT = "MMM d yyyy";
+
+// The parts of the calendar have the tool tip and the text of help of the whole, but no name for a screen reader.
+void Describe_Calendar(QCalendarWidget* calendar)
+{
+    Describe(calendar, QObject::tr("Choose the date"),
+             QObject::tr("A click on a day takes it for the date. The arrows at the top turn the months."));
+    for (QAbstractItemView* days : calendar->findChildren<QAbstractItemView*>()) {
+        days->setAccessibleName(QObject::tr("Days"));
+    }
+    for (QSpinBox* year : calendar->findChildren<QSpinBox*>()) {
+        year->setAccessibleName(QObject::tr("Year"));
+    }
+}
 
 } // namespace
 
@@ -23,6 +40,7 @@ TCalibrationDateEdit::TCalibrationDateEdit(QWidget* parent) : QDateEdit(parent)
     for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {
         calendarWidget()->setWeekdayTextFormat(day, QTextCharFormat());
     }
+    Describe_Calendar(calendarWidget());
     // Without a date on show Qt would take the editor for narrower than it has to be.
     setMinimumWidth(sizeHint().width());
     connect(this, &QDateEdit::dateChanged, this, &TCalibrationDateEdit::Mark_Edited);

@@ -49,6 +49,7 @@ void TLogView::Append(const std::vector<TLogLine>& lines)
     // To the beginning of the last line, because the view keeps its cursor in sight and would hide the first columns.
     moveCursor(QTextCursor::End);
     moveCursor(QTextCursor::StartOfBlock);
+    verticalScrollBar()->setValue(verticalScrollBar()->maximum());
 }
 
 QMimeData* TLogView::createMimeDataFromSelection() const

@@ -246,6 +246,8 @@ void TNorvexaEditor::BudgetTree_Rename_Item(QWidget* editor)
     d_budget_tree_delegate->Accept_Rename();
     Refill_Namesakes(d_budget_tree->topLevelItem(0), component_entry.row(), component,
                      d_norvexa.Enum_Component_Items(component));
+    // A variable may stand for what has another name now.
+    Update_Expression_Hint();
 }
 
 bool TNorvexaEditor::Rename_Component_Entry(const QString& old_name, const QString& new_name)

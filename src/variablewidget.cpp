@@ -227,7 +227,8 @@ void TVariableWidget::Describe_Report_Range()
              tr("The last length at which an export evaluates the report group, in mm. The report page shows the "
                 "contributions at this length."));
     Describe(d_increment, tr("Step from one length of an export to the next in mm"),
-             tr("The step from one length of an export to the next, in mm. An export has at most 121 lengths."));
+             tr("The step from one length of an export to the next, in mm. An export has at most 120 lengths, or 121 "
+                "where rounding brings one more."));
 }
 
 void TVariableWidget::Describe_Variable_List()
@@ -242,7 +243,8 @@ void TVariableWidget::Describe_Variable_List()
                                   "whatever case, is refused."));
     d_rename_button->setWhatsThis(
         tr("Asks for a new name of the selected variable. Expressions that use the old name keep it."));
-    d_remove_button->setWhatsThis(tr("Removes the selected variable. Expressions that use it no longer evaluate."));
+    d_remove_button->setWhatsThis(
+        tr("Removes the selected variable. Nothing defines its name any more in the expressions that use it."));
 }
 
 void TVariableWidget::Connect_Signals()

@@ -5,14 +5,21 @@
 #include "tests/support/filledpages.h"
 
 #include <QAbstractButton>
+#include <QAbstractItemView>
 #include <QAccessible>
+#include <QAction>
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QComboBox>
+#include <QDateEdit>
 #include <QDateTime>
 #include <QLabel>
 #include <QListWidget>
 #include <QPushButton>
+#include <QSpinBox>
 #include <QTest>
+#include <QToolBar>
+#include <QToolButton>
 #include <QTreeWidget>
 #include <QWhatsThis>
 
@@ -75,7 +82,7 @@ QWidget* What_Is_This_Window()
 class TDescribedControls : public TFilledPagesFixture
 {
 protected:
-    ~TDescribedControls() override { QWhatsThis::hideText(); }
+    void TearDown() override { QWhatsThis::hideText(); }
 
     // Opens the editor in place of the entry that is selected.
     QWidget* Edit(QAbstractItemView* view)
@@ -102,6 +109,17 @@ TEST_P(TDescribedPage, Has_a_name_a_tool_tip_and_a_text_of_help_for_each_control
 
     EXPECT_GE(widgets.size(), 2);
     EXPECT_EQ(What_Is_Missing(widgets), QStringList());
+}
+
+TEST_P(TDescribedPage, Has_labels_that_lead_to_their_controls)
+{
+    const QStringList headings = {"Options:", "Variable Values:", "Output:"};
+
+    for (const QLabel* label : d_editor.findChildren<QLabel*>()) {
+        if (label->isVisible() && label->text().endsWith(':') && !headings.contains(label->text())) {
+            EXPECT_NE(label->buddy(), nullptr) << label->text().toStdString();
+        }
+    }
 }
 
 TEST_P(TDescribedPage, Shows_the_text_of_help_on_Shift_and_F1)
@@ -171,6 +189,56 @@ TEST_P(TDescribedField, Has_its_tool_tip_again_when_its_text_is_a_number_again)
 
 INSTANTIATE_TEST_SUITE_P(, TDescribedField, ::testing::ValuesIn(FIELD_UNITS),
                          [](const auto& row) { return row.param.field; });
+
+// Lists and tabs
+
+TEST_F(TDescribedControls, Lists_say_what_their_buttons_do)
+{
+    for (const char* name : {"budget_tree", "identifier_list", "variable_list", "group_list"}) {
+        const QString text = Find<QAbstractItemView>(name)->whatsThis();
+        for (const char* word : {"buttons", " add ", " remove "}) {
+            EXPECT_TRUE(text.contains(word)) << name << word;
+        }
+    }
+    EXPECT_TRUE(Find<QAbstractItemView>("variable_list")->whatsThis().contains(" rename "));
+}
+
+TEST_F(TDescribedControls, Tabs_say_what_their_pages_are_for)
+{
+    const auto* tabs = Find<QTabWidget>("pages");
+    const QStringList actions = {"action_components", "action_variables", "action_groups", "action_report",
+                                 "action_log"};
+
+    for (int page = 0; page < tabs->count(); ++page) {
+        EXPECT_EQ(tabs->tabToolTip(page), Action(actions.at(page))->whatsThis());
+        EXPECT_EQ(tabs->tabWhatsThis(page), Action(actions.at(page))->whatsThis());
+    }
+}
+
+// The tool bar and the calendar
+
+TEST_F(TDescribedControls, The_buttons_of_the_tool_bar_are_described)
+{
+    int buttons = 0;
+
+    for (QToolButton* button : Find<QToolBar>("tool_bar")->findChildren<QToolButton*>()) {
+        if (button->isVisible()) {
+            ++buttons;
+            EXPECT_EQ(What_Is_Missing(button), QStringList());
+        }
+    }
+    EXPECT_EQ(buttons, 9);
+}
+
+TEST_F(TDescribedControls, The_calendar_of_a_date_is_described)
+{
+    QCalendarWidget* calendar = Find<QDateEdit>("calibration_date")->calendarWidget();
+
+    EXPECT_FALSE(calendar->toolTip().isEmpty());
+    EXPECT_FALSE(calendar->whatsThis().isEmpty());
+    EXPECT_EQ(Spoken_Name(calendar->findChild<QAbstractItemView*>()), "Days");
+    EXPECT_EQ(Spoken_Name(calendar->findChild<QSpinBox*>()), "Year");
+}
 
 // Editors in place
 

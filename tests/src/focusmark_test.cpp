@@ -1,5 +1,6 @@
 #include "tests/support/filledpages.h"
 
+#include <QAbstractScrollArea>
 #include <QApplication>
 #include <QImage>
 #include <QTabBar>
@@ -29,7 +30,7 @@ protected:
         Turn_To(GetParam().page);
     }
 
-    ~TFocusMark() override { QApplication::setPalette(QPalette()); }
+    void TearDown() override { QApplication::setPalette(QPalette()); }
 
     QImage Picture(const QWidget* widget)
     {
@@ -54,6 +55,24 @@ TEST_P(TFocusMark, Is_on_every_control_that_has_the_focus)
     for (const auto& look : focused) {
         EXPECT_NE(Picture(look.first), look.second) << Name_Of(look.first).toStdString();
     }
+}
+
+// Their entries would look focused without it, but not the whole of them.
+TEST_P(TFocusMark, Frames_each_list_and_text_view_that_has_the_focus)
+{
+    int frames = 0;
+
+    for (QWidget* widget : Focusable_Widgets(&d_editor)) {
+        if (qobject_cast<QAbstractScrollArea*>(widget) != nullptr) {
+            ++frames;
+            widget->setFocus();
+            const QRgb mark = Picture(widget).pixel(0, widget->height() / 2);
+            widget->clearFocus();
+            EXPECT_EQ(mark, widget->palette().color(QPalette::Highlight).rgb()) << Name_Of(widget).toStdString();
+            EXPECT_NE(Picture(widget).pixel(0, widget->height() / 2), mark) << Name_Of(widget).toStdString();
+        }
+    }
+    EXPECT_GE(frames, 1);
 }
 
 std::vector<TLook> Looks()

@@ -397,4 +397,19 @@ TEST_F(TNorvexaEditorHint, Knows_when_the_component_of_a_variable_is_reported_it
     EXPECT_EQ(Hint(), "");
 }
 
+TEST_F(TNorvexaEditorHint, Knows_when_the_item_of_a_variable_gets_another_name)
+{
+    TBudgetFile budget = Hint_Budget();
+    Change_Item(&budget.document, "Scale", "Drift",
+                [](TNorvexaData::TComponentItem* item) { item->expression = "2*Slope"; });
+    Open_Item("Drift", budget);
+    ASSERT_EQ(Hint(), "");
+
+    Rename("Drift", "Creep");
+    EXPECT_EQ(Hint(), Invalid_And_Undefined("Slope"));
+
+    Rename("Creep", "Drift");
+    EXPECT_EQ(Hint(), "");
+}
+
 } // namespace

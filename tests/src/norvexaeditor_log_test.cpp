@@ -137,19 +137,58 @@ TEST_F(TNorvexaEditorLog, The_last_line_is_in_sight_from_its_first_column)
     EXPECT_EQ(log->horizontalScrollBar()->value(), 0);
 }
 
+// Its last line alone is wider than the view, so that the scroll bar comes after it.
 TEST_F(TNorvexaEditorLog, The_last_line_is_whole_when_the_log_comes_to_the_front)
 {
-    const auto* log = Find<QPlainTextEdit>("log");
-
-    for (int line = 0; line < 200; ++line) {
-        d_editor.Write_Log_Text(QString::number(line), Letters(300));
-    }
+    auto* log = Find<QPlainTextEdit>("log");
     Click_Tool("action_log");
-    QCoreApplication::processEvents();
 
-    EXPECT_GT(log->horizontalScrollBar()->maximum(), 0);
+    for (int count = 20; count < 60; ++count) {
+        Click_Tool("action_variables");
+        log->clear();
+        for (int line = 1; line < count; ++line) {
+            d_editor.Write_Log_Text(QString::number(line));
+        }
+        d_editor.Write_Log_Text(Letters(300));
+        Click_Tool("action_log");
+        QCoreApplication::processEvents();
+
+        EXPECT_GT(log->horizontalScrollBar()->maximum(), 0);
+        EXPECT_EQ(log->verticalScrollBar()->value(), log->verticalScrollBar()->maximum()) << count;
+        EXPECT_LE(log->cursorRect().bottom(), log->viewport()->rect().bottom()) << count;
+    }
+}
+
+TEST_F(TNorvexaEditorLog, The_last_line_stays_in_sight_when_the_window_becomes_lower)
+{
+    Click_Tool("action_log");
+    const auto* log = Find<QPlainTextEdit>("log");
+    for (int line = 0; line < 200; ++line) {
+        d_editor.Write_Log_Text(QString::number(line));
+    }
+    const int height = log->height();
+
+    d_editor.resize(d_editor.width(), d_editor.height() - 100);
+
+    EXPECT_TRUE(QTest::qWaitFor([&] { return log->height() < height; }));
     EXPECT_EQ(log->verticalScrollBar()->value(), log->verticalScrollBar()->maximum());
     EXPECT_LE(log->cursorRect().bottom(), log->viewport()->rect().bottom());
+}
+
+TEST_F(TNorvexaEditorLog, The_place_that_is_read_stays_when_the_window_becomes_lower)
+{
+    Click_Tool("action_log");
+    const auto* log = Find<QPlainTextEdit>("log");
+    for (int line = 0; line < 200; ++line) {
+        d_editor.Write_Log_Text(QString::number(line));
+    }
+    log->verticalScrollBar()->setValue(50);
+    const int height = log->height();
+
+    d_editor.resize(d_editor.width(), d_editor.height() - 100);
+
+    EXPECT_TRUE(QTest::qWaitFor([&] { return log->height() < height; }));
+    EXPECT_EQ(log->verticalScrollBar()->value(), 50);
 }
 
 TEST_F(TNorvexaEditorLog, The_log_cannot_be_typed_in)

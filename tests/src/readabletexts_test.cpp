@@ -11,6 +11,7 @@
 #include <QImage>
 #include <QLabel>
 #include <QListWidget>
+#include <QMenu>
 #include <QMenuBar>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -18,6 +19,7 @@
 #include <QTest>
 #include <QTextDocument>
 #include <QToolButton>
+#include <QToolTip>
 #include <QTreeWidget>
 
 #include <algorithm>
@@ -290,6 +292,30 @@ TEST_P(TReadableTexts, Are_in_the_calendar_of_a_date)
         const QBrush text = calendar->weekdayTextFormat(day).foreground();
         const QColor colour = text.style() == Qt::NoBrush ? calendar->palette().color(QPalette::Text) : text.color();
         EXPECT_GE(Contrast(colour, calendar->palette().color(QPalette::Base)), ENABLED_CONTRAST) << day;
+    }
+}
+
+TEST_P(TReadableTexts, Are_in_tool_tips)
+{
+    Change_Theme();
+    const QPalette tip = QToolTip::palette();
+
+    for (const QPalette::ColorGroup group : {QPalette::Active, QPalette::Inactive}) {
+        EXPECT_GE(Contrast(tip.color(group, QPalette::ToolTipText), tip.color(group, QPalette::ToolTipBase)),
+                  ENABLED_CONTRAST);
+    }
+}
+
+TEST_P(TReadableTexts, Are_in_the_menus)
+{
+    Change_Theme();
+
+    for (const QAction* title : d_editor.menuBar()->actions()) {
+        QMenu* menu = title->menu();
+        menu->ensurePolished();
+        const QColor ground = Ground(menu->grab().toImage());
+        EXPECT_GE(Contrast(menu->palette().color(QPalette::Text), ground), ENABLED_CONTRAST);
+        EXPECT_GE(Contrast(menu->palette().color(QPalette::Disabled, QPalette::Text), ground), DISABLED_CONTRAST);
     }
 }
 
