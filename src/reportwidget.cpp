@@ -179,6 +179,7 @@ void TReportWidget::Create_Table()
                               QStringLiteral("Distribution Type"), QStringLiteral("Value")});
     // A last section that takes what is left of the width would cut the values when the window gets narrow.
     d_table->header()->setStretchLastSection(false);
+    Fit_Columns();
 }
 
 void TReportWidget::Create_Status()
@@ -318,14 +319,19 @@ void TReportWidget::Start_Report_Update()
 
 void TReportWidget::End_Report_Update()
 {
-    for (int column = 0; column < COLUMN_COUNT; ++column) {
-        d_table->resizeColumnToContents(column);
-    }
+    Fit_Columns();
     Make_Identifiers_Readable();
     if (d_is_updating) {
         d_table->blockSignals(d_table_was_blocked);
     }
     d_is_updating = false;
+}
+
+void TReportWidget::Fit_Columns()
+{
+    for (int column = 0; column < COLUMN_COUNT; ++column) {
+        d_table->resizeColumnToContents(column);
+    }
 }
 
 /// The contents of the column are the chosen identifiers; the drop-down list in which to choose needs more.

@@ -200,6 +200,7 @@ private:
     void Connect_Signals();
 
     void Make_Groups_Readable();
+    void Fit_Columns();
     void Make_Identifiers_Readable();
     int Add_Selection_Row(const TReportData& record);
     void Choose_Identifier(const QString& component, const QString& identifier);

@@ -239,6 +239,17 @@ TEST_F(TFilledPagesFixture, The_editor_of_a_choice_shows_it_whole)
     EXPECT_EQ(TCutTexts(&d_editor).Lines(), QStringList());
 }
 
+TEST(TWholeTextsOfAFreshWindow, Are_shown_on_every_page)
+{
+    TNorvexaEditor window;
+    Show_Active(&window);
+
+    for (const char* label : PAGE_LABELS) {
+        Select_Tab(Child<QTabWidget>(&window, "pages"), label);
+        EXPECT_EQ(TCutTexts(&window).Lines(), QStringList()) << label;
+    }
+}
+
 TEST(TWholeTextsOfDialogs, The_name_dialog_shows_its_texts_whole)
 {
     TNameDialog dialog;
