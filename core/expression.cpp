@@ -19,6 +19,7 @@ constexpr int LOWEST_PRECEDENCE = 0;
 constexpr double LARGEST_PATTERN = 2000.0;
 // In steps of the pattern: about a second.
 constexpr double LONGEST_SEARCH = 4e8;
+constexpr double STEPS_OF_ONE_WAY = 4.0;
 constexpr int LARGEST_GROWN_TEXT = 4'000'000;
 const QLatin1String SUM_OF_SQUARES("SUMSQ(");
 const QLatin1String SQUARE_ROOT("SQRT(");
@@ -38,10 +39,11 @@ QString Working_Text(const QString& text)
 }
 
 /// Whether `name` matches nothing but itself when it stands in a regular expression.
-bool Is_Word(const QString& name)
+bool Is_Plain(const QString& name)
 {
-    return std::all_of(name.cbegin(), name.cend(),
-                       [](QChar character) { return character.isLetterOrNumber() || character == QLatin1Char('_'); });
+    static const QString signs = R"(\^$.|?*+()[]{})";
+
+    return std::none_of(name.cbegin(), name.cend(), [](QChar character) { return signs.contains(character); });
 }
 
 /// The number of characters in `pattern` when its repetitions ("A{3}") are written out, at worst one inside the other.
@@ -57,23 +59,48 @@ double Written_Out_Size(const QString& pattern)
     return size;
 }
 
-/// Whether the search for `pattern`, which takes `size` characters when written out, would take too long in a text of
-/// `length`: from each position on it may follow an unlimited repetition up to the end.
-bool Is_Long_Search(const QString& pattern, double size, double length)
+/// How often a character stands in a row at most.
+double Longest_Run(const QString& text)
 {
-    const bool is_unlimited = std::any_of(pattern.cbegin(), pattern.cend(), [](QChar character) {
-        return character == '*' || character == '+' || character == '{';
-    });
+    int longest = 0;
+    int run = 0;
 
-    return size * length * (is_unlimited ? length : size) > LONGEST_SEARCH;
+    for (int position = 0; position < text.size(); ++position) {
+        run = position > 0 && text.at(position) == text.at(position - 1) ? run + 1 : 1;
+        longest = std::max(longest, run);
+    }
+    return longest;
+}
+
+/// How far into `text` the search for `pattern` may go from one position on: as far as the pattern itself unless it
+/// repeats something without limit; a letter ("A+") at least must follow itself.
+double Reach(const QString& pattern, double size, const QString& text)
+{
+    static const QRegularExpression unlimited(QStringLiteral("[*+]|,\\}"));
+    static const QRegularExpression any(QStringLiteral("(?<!\\w)[*+]|,\\}|\\\\"),
+                                        QRegularExpression::UseUnicodePropertiesOption);
+
+    if (!pattern.contains(unlimited)) {
+        return size;
+    }
+    return pattern.contains(any) ? text.size() : std::min<double>(text.size(), size * Longest_Run(text));
+}
+
+/// The steps that the search for `pattern` may take in `text`. Without alternatives it goes one way from each position,
+/// otherwise the whole pattern may be at work at once.
+double Search_Steps(const QString& pattern, double size, const QString& text)
+{
+    static const QRegularExpression alternatives(QStringLiteral("[|?*+{\\\\]"));
+
+    return (pattern.contains(alternatives) ? size : STEPS_OF_ONE_WAY) * Reach(pattern, size, text) * text.size();
 }
 
 /// QRegExp nests as deeply as its pattern and writes repetitions out: a huge one would exhaust stack or memory.
-bool Is_Excessive(const QString& pattern, int length)
+bool Is_Excessive(const QString& pattern, const QString& text)
 {
     const double size = Written_Out_Size(pattern);
 
-    return size > LARGEST_PATTERN || Is_Long_Search(pattern, size, length);
+    return size > LARGEST_PATTERN || Search_Steps(pattern, size, text) > LONGEST_SEARCH;
 }
 
 /// The value in fixed notation, since the scan knows no exponents. A sign is read in front of an expression only; the
@@ -113,13 +140,13 @@ std::optional<QString> Replaced(const QString& text, const QRegExp& pattern, con
 std::optional<QString> Substituted(const QString& text, const TExpression::TVariable& variable)
 {
     const QString name = variable.name.toUpper();
-    const bool is_word = Is_Word(name);
+    const bool is_plain = Is_Plain(name);
 
-    if (is_word ? !text.contains(name) : Is_Excessive(name, text.size())) {
+    if (is_plain ? !text.contains(name) : Is_Excessive(name, text)) {
         return text;
     }
     return Replaced(text, QRegExp(QString("(\\b%1\\b)").arg(name)), Value_Text(variable.value),
-                    is_word ? std::numeric_limits<int>::max() : std::max(LARGEST_GROWN_TEXT, text.size()));
+                    is_plain ? std::numeric_limits<int>::max() : std::max(LARGEST_GROWN_TEXT, text.size()));
 }
 
 // Characters and operators

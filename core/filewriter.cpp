@@ -125,22 +125,26 @@ TOldContent Old_Content(const QString& name, qint64 size)
     return {size, bytes.size() == size ? bytes : QByteArray()};
 }
 
-void Put_Back(int descriptor, const TOldContent& old)
+void Put_Back(int descriptor, const TOldContent& old, bool is_new_whole)
 {
-    const bool is_restored = lseek(descriptor, 0, SEEK_SET) == 0 && Write_Bytes(descriptor, old.bytes) &&
-                             ftruncate(descriptor, old.size) == 0 && fsync(descriptor) == 0;
+    const bool is_old_whole = lseek(descriptor, 0, SEEK_SET) == 0 && Write_Bytes(descriptor, old.bytes);
+    // What was taken for the rest of a new content that did not get in is not the old one's, even where nothing of it
+    // can be written again.
+    const bool is_restored =
+        (is_old_whole || !is_new_whole) && ftruncate(descriptor, old.size) == 0 && fsync(descriptor) == 0;
     Q_UNUSED(is_restored)
 }
 
 // Takes the room first and cuts last, so that a full disk or a size limit shows before the old content is touched.
 bool Overwrite(int descriptor, const TOldContent& old, const QByteArray& bytes)
 {
-    if (Take_Room(descriptor, old.size, bytes) && Write_Bytes(descriptor, bytes) &&
-        ftruncate(descriptor, bytes.size()) == 0 && fsync(descriptor) == 0) {
+    const bool has_room = Take_Room(descriptor, old.size, bytes);
+    const bool is_written = has_room && Write_Bytes(descriptor, bytes);
+    if (is_written && ftruncate(descriptor, bytes.size()) == 0 && fsync(descriptor) == 0) {
         return true;
     }
     const int code = errno;
-    Put_Back(descriptor, old);
+    Put_Back(descriptor, old, is_written);
     errno = code;
     return false;
 }

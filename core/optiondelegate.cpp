@@ -26,10 +26,10 @@ QDateTime Parsed_Date_Time(const QString& text)
     // Together they would be read in the local time zone.
     const QString date_text = QStringList{words[0], words[1], words[2], words[4]}.join(' ');
     const QString time_text = QStringList{words[3], words[5]}.join(' ');
-    const QDateTime value(QLocale::c().toDate(date_text, "ddd MMM dd yyyy"),
-                          QLocale::c().toTime(time_text, "hh:mm:ss AP"), Qt::UTC);
+    const QDate date = QLocale::c().toDate(date_text, "ddd MMM dd yyyy");
+    const QTime time = QLocale::c().toTime(time_text, "hh:mm:ss AP");
 
-    return value.date().isValid() && value.time().isValid() ? value : fallback;
+    return date.isValid() && time.isValid() ? QDateTime(date, time, Qt::UTC) : fallback;
 }
 
 } // namespace

@@ -3,7 +3,6 @@
 #include "core/assertion.h"
 #include "core/optiondelegate.h"
 
-#include <QApplication>
 #include <QDateTime>
 #include <QDir>
 #include <QFileDialog>
@@ -165,14 +164,8 @@ void TOptionEditorWidget::ChangeSelectionListOption(int index, int item)
 
 void TOptionEditorWidget::Edit_List_Changed(int index, const QString& text)
 {
-    const bool has_focus = isAncestorOf(QApplication::focusWidget());
-
     ChangeOptionText(index, text);
     emit SelectionListItemChanged(index, text);
-    // A receiver that fills the list anew has taken away the editor, and the focus would wander off with it.
-    if (has_focus && !isAncestorOf(QApplication::focusWidget())) {
-        setFocus();
-    }
 }
 
 void TOptionEditorWidget::Path_Edit_Browse(const QString& path, int row, int column)

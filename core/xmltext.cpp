@@ -2,10 +2,10 @@
 
 namespace {
 
-bool Is_Legal_Code_Point(uint code)
+// Whether a code unit that is no surrogate is legal. All characters beyond U+FFFF, which take two, are.
+bool Is_Legal_Unit(ushort code)
 {
-    return code == 0x9 || code == 0xA || code == 0xD || (code >= 0x20 && code <= 0xD7FF) ||
-           (code >= 0xE000 && code <= 0xFFFD) || (code >= 0x10000 && code <= 0x10FFFF);
+    return code == 0x9 || code == 0xA || code == 0xD || (code >= 0x20 && code <= 0xFFFD);
 }
 
 // The number of code units of the legal character at `index`; 0 where the character is not legal.
@@ -14,7 +14,7 @@ int Legal_Length(const QString& text, int index)
     const QChar unit = text.at(index);
 
     if (!unit.isSurrogate()) {
-        return Is_Legal_Code_Point(unit.unicode()) ? 1 : 0;
+        return Is_Legal_Unit(unit.unicode()) ? 1 : 0;
     }
     const bool is_pair = unit.isHighSurrogate() && index + 1 < text.size() && text.at(index + 1).isLowSurrogate();
     return is_pair ? 2 : 0;

@@ -90,6 +90,7 @@ INSTANTIATE_TEST_SUITE_P(
                       TSourceRow{"Bare_name", "norvexa_file.cpp", "norvexa.cpp"},
                       TSourceRow{"Underscore_in_folder", "/my_work/core/vector2.h", "/my_work/core/vector2.h"},
                       TSourceRow{"No_suffix", "../src/norvexa_file", "../src/norvexa_file"},
+                      TSourceRow{"Bare_name_without_suffix", "norvexa_file", "norvexa_file"},
                       TSourceRow{"Underscore_in_suffix", "../src/norvexa.c_x", "../src/norvexa.c_x"},
                       TSourceRow{"Empty", "", ""}),
     [](const auto& row) { return row.param.name; });

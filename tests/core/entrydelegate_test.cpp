@@ -5,6 +5,7 @@
 
 #include <QApplication>
 #include <QListWidget>
+#include <QSpinBox>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -240,6 +241,22 @@ TEST_F(TEntryDelegateTest, Characters_that_no_file_can_carry_are_taken_out)
 
     EXPECT_EQ(d_renames, QStringList("Beta -> Delta"));
     EXPECT_EQ(Shown(), QStringList({"Alpha", "Delta", "Gamma"}));
+}
+
+TEST_F(TEntryDelegateTest, An_entry_that_is_a_number_stays_one)
+{
+    auto* item = d_list.item(1);
+    item->setData(Qt::EditRole, 5);
+    Click_Entry(&d_list, "5");
+    QTest::keyClick(&d_list, Qt::Key_F2);
+    auto* editor = Open_Editor<QSpinBox>(&d_list);
+    ASSERT_NE(editor, nullptr);
+
+    QTest::keyClick(editor, Qt::Key_Up);
+    QTest::keyClick(editor, Qt::Key_Return);
+
+    EXPECT_TRUE(QTest::qWaitFor([this]() { return Open_Editor<QSpinBox>(&d_list) == nullptr; }));
+    EXPECT_EQ(item->data(Qt::EditRole), QVariant(6));
 }
 
 TEST(TEntryDelegate, Renames_entries_on_every_level_of_a_tree)

@@ -568,6 +568,36 @@ TEST(TExpression, Never_meets_an_unlimited_pattern_in_a_long_text)
     EXPECT_EQ(Evaluated(expression, "0" + QString("+A").repeated(2000) + "+BXC", true), Valid(2002.0));
 }
 
+struct TNameRow
+{
+    const char* name;
+    QString variable;
+    QString met; ///< a text that the variable stands for
+};
+
+class TExpression_Long_Texts : public ::testing::TestWithParam<TNameRow>
+{};
+
+TEST_P(TExpression_Long_Texts, Meet_the_names_that_people_use)
+{
+    constexpr int LENGTH = 50000;
+    const TExpression expression = Expression_With({{GetParam().variable, -2.0}, {"L", 1.0}});
+    const QString text = QString("L+").repeated((LENGTH - GetParam().met.size()) / 2) + GetParam().met;
+
+    EXPECT_EQ(Evaluated(expression, text, true), Valid((LENGTH - GetParam().met.size()) / 2 - 2.0));
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, TExpression_Long_Texts,
+    ::testing::Values(TNameRow{"Word", "Temp", "TEMP"}, TNameRow{"Dash", "a-b", "A-B"},
+                      TNameRow{"Long_with_dashes", QString("a-b_").repeated(600), QString("A-B_").repeated(600)},
+                      TNameRow{"Comma_before_digits", "a,3000", "A,3000"}, TNameRow{"Point", "a.b", "A.B"},
+                      TNameRow{"Long_with_points", QString("Abc.").repeated(40), QString("ABC.").repeated(39) + "ABC1"},
+                      TNameRow{"Count", "x{2}", "XX"}, TNameRow{"Counts", "x{1,3}", "XX"}, TNameRow{"Plus", "T+", "TT"},
+                      TNameRow{"Sum", "a+b", "AAB"}, TNameRow{"Product", "M*a", "MMA"},
+                      TNameRow{"Alternatives", "a|b", "B"}, TNameRow{"Parentheses", "u(x)", "UX"}),
+    Row_Name<TNameRow>);
+
 TEST(TExpression, Is_invalid_where_patterns_outgrow_the_memory)
 {
     TExpression expression;

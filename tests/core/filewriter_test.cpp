@@ -207,6 +207,25 @@ TEST_F(Write_Whole_File_Test, Writes_a_file_of_several_links_for_all_of_them)
     EXPECT_EQ(Content(d_name), "short");
 }
 
+TEST_F(Write_Whole_File_Test, Empties_a_file_of_several_links_for_all_of_them)
+{
+    const QString other = Path("other.norvexa");
+    ASSERT_EQ(link(QFile::encodeName(d_name).constData(), QFile::encodeName(other).constData()), 0);
+
+    EXPECT_EQ(Result(d_name, QByteArray()), "written");
+    EXPECT_EQ(Content(other), QByteArray());
+}
+
+TEST_F(Write_Whole_File_Test, Writes_over_a_file_of_several_links_that_is_too_large_for_a_copy)
+{
+    const QByteArray name = QFile::encodeName(d_name);
+    ASSERT_EQ(link(name.constData(), QFile::encodeName(Path("other.norvexa")).constData()), 0);
+    ASSERT_EQ(truncate(name.constData(), 65'000'000), 0);
+
+    EXPECT_EQ(Result(d_name, NEW_CONTENT), "written");
+    EXPECT_EQ(Content(Path("other.norvexa")), NEW_CONTENT);
+}
+
 TEST_F(Write_Whole_File_Test, Leaves_a_file_to_its_owner_and_group)
 {
     if (geteuid() != 0) {

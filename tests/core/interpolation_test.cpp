@@ -427,6 +427,7 @@ INSTANTIATE_TEST_SUITE_P(
         TLookUpRow{"Before_a_first_pair_of_equal_x", FLAT_ENDS, -1, {true, {-INFINITE}}},
         TLookUpRow{"Beyond_a_last_pair_of_equal_x", FLAT_ENDS, 5, {true, {INFINITE}}},
         TLookUpRow{"Between_ends_of_equal_x", FLAT_ENDS, 2, {true, {3.5}}},
+        TLookUpRow{"Past_a_pair_that_leads_away", {{0, 0}, {-2, 6}, {10, 18}}, 4, {true, {12}}},
         TLookUpRow{"No_pair_encloses_it", {{0, 1}, {5e-7, 2}, {1.2e-6, 3}}, 3e-7, {false, {0}}},
         TLookUpRow{"Pairs_at_the_limit_are_skipped", {{0, 1}, {1e-6, 2}, {1.9e-6, 3}}, 5e-7, {false, {0}}},
         TLookUpRow{"Ends_at_the_limit", {{0, 1}, {1e-6, 2}}, 2e-6, {true, {3}}},

@@ -547,16 +547,22 @@ TEST_F(TOptionEditorWidgetTest, Escape_leaves_the_old_date_and_time)
     EXPECT_EQ(d_list->OptionResult(DATE_TIME), "Thu Feb 29 03:05:09 2024 PM");
 }
 
-TEST_F(TOptionEditorWidgetTest, A_text_that_is_no_date_opens_the_editor_on_a_sane_one)
+class TOptionEditorNoDateTest : public TOptionEditorWidgetTest, public ::testing::WithParamInterface<const char*>
+{};
+
+TEST_P(TOptionEditorNoDateTest, Opens_the_editor_on_a_sane_one)
 {
     Fill_And_Show();
-    d_list->ChangeOptionText(DATE_TIME, "some day");
+    d_list->ChangeOptionText(DATE_TIME, GetParam());
 
     const auto* editor = Edit<QDateTimeEdit>(DATE_TIME);
 
     EXPECT_EQ(editor->date(), QDate(2000, 1, 1));
     EXPECT_EQ(editor->time(), QTime(0, 0));
 }
+
+INSTANTIATE_TEST_SUITE_P(, TOptionEditorNoDateTest,
+                         ::testing::Values("some day", "Thu Feb 30 03:05:09 2024 PM", "Thu Feb 29 03:65:09 2024 PM"));
 
 TEST_F(TOptionEditorWidgetTest, A_change_from_outside_shows_in_the_open_editor)
 {
@@ -801,6 +807,21 @@ TEST_F(TOptionEditorWidgetTest, A_receiver_may_clear_and_fill_the_list_while_its
     EXPECT_FALSE(Has_Editor());
     EXPECT_EQ(d_list->topLevelItemCount(), 6);
     EXPECT_EQ(d_list->OptionResult(OTHER_LIST), "Probe");
+    EXPECT_EQ(QApplication::focusWidget(), d_list);
+}
+
+TEST_F(TOptionEditorWidgetTest, The_focus_stays_in_the_list_that_a_receiver_fills_anew)
+{
+    Fill_And_Show();
+    // So that another widget follows the closed editor.
+    QWidget::setTabOrder(d_other, d_list);
+    QObject::connect(d_list, &TOptionEditorWidget::SelectionListItemChanged, [this]() {
+        d_list->clear();
+        Fill();
+    });
+
+    QTest::keyClick(Edit<QComboBox>(LIST), Qt::Key_Down);
+
     EXPECT_EQ(QApplication::focusWidget(), d_list);
 }
 

@@ -4,6 +4,8 @@
 #include <QApplication>
 #include <QListWidget>
 #include <QPalette>
+#include <QTest>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 #include <gtest/gtest.h>
@@ -70,6 +72,27 @@ TEST(TReadableStyle, Darkens_the_ground_of_a_selected_text_that_is_white)
     EXPECT_NEAR(mended.hslHue(), QColor(48, 140, 198).hslHue(), 2);
 }
 
+TEST(TReadableStyle, Lightens_the_ground_of_a_selected_text_that_is_black)
+{
+    QPalette dim(QColor(239, 239, 239));
+    dim.setColor(QPalette::Highlight, QColor(48, 80, 120));
+    dim.setColor(QPalette::HighlightedText, Qt::black);
+
+    const QColor mended = Polished(dim).color(QPalette::Highlight);
+
+    EXPECT_GT(mended.lightness(), QColor(48, 80, 120).lightness());
+    EXPECT_NEAR(mended.hslHue(), QColor(48, 80, 120).hslHue(), 2);
+}
+
+TEST(TReadableStyle, Brings_a_disabled_text_no_further_than_the_active_one)
+{
+    QPalette pale(QColor(239, 239, 239));
+    pale.setColor(QPalette::WindowText, QColor(170, 170, 170));
+    pale.setColor(QPalette::Disabled, QPalette::WindowText, QColor(190, 190, 190));
+
+    EXPECT_EQ(Polished(pale).color(QPalette::Disabled, QPalette::WindowText), QColor(170, 170, 170));
+}
+
 TEST(TReadableStyle, Frames_a_list_without_entries_while_it_has_the_focus)
 {
     QWidget window;
@@ -88,6 +111,31 @@ TEST(TReadableStyle, Frames_a_list_without_entries_while_it_has_the_focus)
     const QRgb mark = list->palette().color(QPalette::Highlight).rgb();
     EXPECT_EQ(focused.pixel(0, list->height() / 2), mark);
     EXPECT_NE(plain.pixel(0, list->height() / 2), mark);
+}
+
+TEST(TReadableStyle, Outlines_a_button_without_a_veil_over_its_icon_once_the_focus_came_by_a_key)
+{
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* other = new QToolButton;
+    auto* button = new QToolButton;
+    button->setAutoRaise(true);
+    layout->addWidget(other);
+    layout->addWidget(button);
+    Show_Active(&window);
+    other->setFocus(Qt::TabFocusReason);
+    const QImage plain = button->grab().toImage();
+
+    QTest::keyClick(other, Qt::Key_Tab);
+    ASSERT_EQ(QApplication::focusWidget(), button);
+    const QImage focused = button->grab().toImage();
+
+    const QRgb mark = button->palette().color(QPalette::Highlight).rgb();
+    const QRect inner = button->rect().adjusted(1, 1, -1, -1);
+    EXPECT_EQ(focused.pixel(0, button->height() / 2), mark);
+    EXPECT_EQ(focused.pixel(button->width() - 1, 0), mark);
+    EXPECT_NE(plain.pixel(0, button->height() / 2), mark);
+    EXPECT_EQ(focused.copy(inner), plain.copy(inner));
 }
 
 } // namespace

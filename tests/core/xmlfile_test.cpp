@@ -159,7 +159,9 @@ TEST_F(TXmlFile_Open_Test, Reports_a_file_that_cannot_be_opened)
 {
     Write(Path("file"), "<Norvexa_Data File_Version='3'/>");
     const auto open_without_descriptors = [&]() -> QString {
-        const struct rlimit limit = {0, 0};
+        struct rlimit limit = {};
+        getrlimit(RLIMIT_NOFILE, &limit);
+        limit.rlim_cur = 0;
         return setrlimit(RLIMIT_NOFILE, &limit) == 0 ? Open(Path("file")) : QString("no limit set");
     };
 

@@ -398,10 +398,10 @@ WATCH(int, fallocate, "allocate", Takes_Room, (int file, int mode, off_t offset,
       (file, mode, offset, size), file, )
 WATCH(int, fallocate64, "allocate", Takes_Room, (int file, int mode, off64_t offset, off64_t size),
       (file, mode, offset, size), file, )
-WATCH(int, ftruncate, "truncate", Takes_Room, (int file, off_t size), (file, size), file, noexcept)
-WATCH(int, ftruncate64, "truncate", Takes_Room, (int file, off64_t size), (file, size), file, noexcept)
-WATCH(int, truncate, "truncate", Takes_Room, (const char* path, off_t size), (path, size), path, noexcept)
-WATCH(int, truncate64, "truncate", Takes_Room, (const char* path, off64_t size), (path, size), path, noexcept)
+WATCH(int, ftruncate, "truncate", Gives_Back, (int file, off_t size), (file, size), file, noexcept)
+WATCH(int, ftruncate64, "truncate", Gives_Back, (int file, off64_t size), (file, size), file, noexcept)
+WATCH(int, truncate, "truncate", Gives_Back, (const char* path, off_t size), (path, size), path, noexcept)
+WATCH(int, truncate64, "truncate", Gives_Back, (const char* path, off64_t size), (path, size), path, noexcept)
 
 WATCH_MOVE(rename, "rename", (const char* from, const char* to), (from, to), from, to)
 WATCH_MOVE(renameat, "rename", (int from_folder, const char* from, int to_folder, const char* to),

@@ -102,10 +102,18 @@ protected:
 
     TFound Before() const { return std::get<TScene>(GetParam()) == TScene::Nothing ? TFound::Nothing : TFound::Old; }
 
-    /// Where a file is written in place, no more can be promised after the end of the process or of the device.
+    /// Where a file is written in place, no more can be promised after the end of the process or of the device. A disk
+    /// that is merely full is not its end.
     bool May_Be_Cut(const TFault& fault) const
     {
-        return d_place.Is_Written_In_Place() && (Kills(fault.kind) || fault.kind == TFault::FAILURE_FROM_THERE);
+        return d_place.Is_Written_In_Place() &&
+               (Kills(fault.kind) || (fault.kind == TFault::FAILURE_FROM_THERE && fault.code == EIO));
+    }
+
+    /// The old file cannot be put back where nothing can be written any more.
+    bool May_Stay_New(const TFault& fault) const
+    {
+        return d_place.Is_Written_In_Place() && fault.kind == TFault::FAILURE_FROM_THERE;
     }
 
     void Check(const TFault& fault, const QString& call, TTally* tally)
@@ -120,7 +128,7 @@ protected:
         EXPECT_NE(report, TReport::Crashed);
         EXPECT_TRUE(report != TReport::Saved || found == TFound::New) << "false success";
         EXPECT_TRUE(is_whole || May_Be_Cut(fault)) << "damaged";
-        EXPECT_TRUE(report != TReport::Refused || found == Before() || May_Be_Cut(fault)) << "false failure";
+        EXPECT_TRUE(report != TReport::Refused || found == Before() || May_Stay_New(fault)) << "false failure";
         if (report != TReport::Killed && !Hinders_Removal(fault, call)) {
             EXPECT_EQ(strays, QStringList());
         }
@@ -195,4 +203,25 @@ TEST(TSaveInPlace, Opens_the_file_without_the_wish_to_create_it)
 
     EXPECT_EQ(log.Calls().filter(QRegularExpression("^(open|create) ")),
               QStringList({"open " + place.Target(), "open " + place.Target()}));
+}
+
+// A disk may have given the room and yet take no byte more, not even those that it holds.
+TEST(TSaveInPlace, Leaves_the_old_file_whole_where_nothing_can_be_written_any_more)
+{
+    const TSavedFile file(TFileKind::CSV, 2, COMPONENTS);
+    const TSavePlace place(TScene::A_File_Of_Two_Names);
+    TCallLog log;
+    place.Set_Up();
+    place.Save(file, [&] { Watch_Calls(place.Folder(), TFault(), &log); });
+    const int write = log.Calls().indexOf(QRegularExpression("^write .*"));
+    ASSERT_GT(write, log.Calls().indexOf(QRegularExpression("^allocate .*")));
+    place.Set_Up();
+
+    EXPECT_EQ(place.Save(file,
+                         [&] {
+                             Watch_Calls(place.Folder(), {TFault::FAILURE_FROM_THERE, write, ENOSPC}, &log);
+                         }),
+              TReport::Refused);
+
+    EXPECT_EQ(place.Found(file), TFound::Old);
 }

@@ -22,6 +22,9 @@ const QString DEFAULT_IDENTIFIER = TNorvexaData::Default_Identifier();
 const QString NO_SELECTION = QStringLiteral("[no selection]");
 const QString NO_GROUP = QStringLiteral("<no selection>");
 
+const int IDENTIFIER_COLUMN = 1;
+const int VALUE_COLUMN = 6;
+
 template <typename TRecords>
 auto Named(const TRecords& records, const QString& name) -> decltype(records.data())
 {
@@ -81,6 +84,22 @@ QString Date_Text(const QDate& date)
     return QLocale::c().toString(date, "ddd MMM d yyyy");
 }
 
+const TNorvexaData::TReplacementItem* Replacement(const TNorvexaData::TComponentItem& item, const QString& identifier)
+{
+    const auto& replacements = item.replacement_items;
+    const auto found = std::find_if(replacements.begin(), replacements.end(),
+                                    [&](const auto& candidate) { return candidate.identifier == identifier; });
+
+    return found == replacements.end() || identifier.isEmpty() ? nullptr : &*found;
+}
+
+QString Applied_Expression(const TNorvexaData::TComponentItem& item, const QString& identifier)
+{
+    const TNorvexaData::TReplacementItem* replacement = Replacement(item, identifier);
+
+    return replacement == nullptr || replacement->use_default_expression ? item.expression : replacement->expression;
+}
+
 const QTreeWidgetItem* Sole_Selection(const QWidget* window)
 {
     const QList<QTreeWidgetItem*> selected = Child<QTreeWidget>(window, "budget_tree")->selectedItems();
@@ -104,6 +123,7 @@ QStringList TConsistency::Differences()
     Check_Variables();
     Check_Groups();
     Check_Offers();
+    Check_Report();
     return d_differences;
 }
 
@@ -215,17 +235,13 @@ void TConsistency::Check_Item(const TItem& item)
 void TConsistency::Check_Expression(const TItem& item)
 {
     const QString identifier = Shown_Identifier();
-    const auto& replacements = item.replacement_items;
-    const auto replacement = std::find_if(replacements.begin(), replacements.end(), [&](const auto& candidate) {
-        return !identifier.isEmpty() && candidate.identifier == identifier;
-    });
-    const bool is_replaced = replacement != replacements.end();
-    const bool uses_default = is_replaced && replacement->use_default_expression;
+    const TNorvexaData::TReplacementItem* replacement = Replacement(item, identifier);
+    const bool uses_default = replacement != nullptr && replacement->use_default_expression;
 
     Compare("item title", Escaped(Child<QLabel>(d_window, "item_title")->text()),
             "Identifier: " + (identifier.isEmpty() ? DEFAULT_IDENTIFIER : identifier));
     Compare("expression", Escaped(Child<QLineEdit>(d_window, "expression")->text()),
-            is_replaced && !uses_default ? replacement->expression : item.expression);
+            Applied_Expression(item, identifier));
     Compare_Box("use_default_expression", uses_default);
     Compare("expression can be edited", Yes_No(Child<QLineEdit>(d_window, "expression")->isEnabled()),
             Yes_No(!uses_default));
@@ -335,6 +351,20 @@ void TConsistency::Check_Offers()
     }
 }
 
+// A report is brought up to date when its page comes to the front. What its variables stand for comes before the rows
+// of its group; a member that is gone ends it.
+void TConsistency::Check_Report()
+{
+    const auto* box = Child<QComboBox>(d_window, "report_group");
+    if (!box->isVisible() || box->currentIndex() <= 0) {
+        return;
+    }
+    const QStringList shown = Shown_Report();
+    const QStringList held = Held_Report(Escaped(box->currentText()));
+
+    Compare("report", shown.mid(std::max(0, shown.size() - held.size())), held);
+}
+
 // Comparing
 
 void TConsistency::Compare(const QString& what, const QString& shown, const QString& held)
@@ -413,6 +443,96 @@ QStringList TConsistency::Reportable() const
         }
     }
     return names;
+}
+
+QStringList TConsistency::Shown_Report() const
+{
+    const auto* table = Child<QTreeWidget>(d_window, "report_table");
+    QStringList rows;
+
+    for (int row = 0; row < table->topLevelItemCount(); ++row) {
+        const QTreeWidgetItem* entry = table->topLevelItem(row);
+        QStringList texts;
+        for (int column = 0; column < VALUE_COLUMN; ++column) {
+            texts << Escaped(entry->text(column));
+        }
+        rows << texts.join(", ");
+    }
+    return rows;
+}
+
+QStringList TConsistency::Held_Report(const QString& group) const
+{
+    const TGroup* held = Named(d_held.groups, group);
+    QStringList rows;
+
+    for (const QString& member : held == nullptr ? QStringList() : held->items) {
+        QString component;
+        QString item;
+        if (!Find_Member(member, &component, &item)) {
+            break;
+        }
+        rows << Held_Rows(component, item);
+    }
+    return rows;
+}
+
+// The first of that name; `item` is empty for a whole component.
+bool TConsistency::Find_Member(const QString& member, QString* component, QString* item) const
+{
+    for (const TComponent& record : d_held.components) {
+        *component = record.name;
+        *item = QString();
+        if (record.mode == TNorvexaData::UC_MODE_SUM) {
+            if (record.name == member) {
+                return true;
+            }
+            continue;
+        }
+        for (const TItem& candidate : record.items) {
+            *item = candidate.name;
+            if (record.name + " - " + candidate.name == member) {
+                return true;
+            }
+        }
+    }
+    return false;
+}
+
+QStringList TConsistency::Held_Rows(const QString& component, const QString& item) const
+{
+    const TNorvexa texts;
+    const QString identifier = Reported_Identifier(component);
+    const std::vector<TItem>& items = Named(d_held.components, component)->items;
+    QStringList rows;
+
+    for (const TItem& record : items) {
+        if (item.isEmpty() || record.name == item) {
+            const bool is_dependent = record.expression_type >= TNorvexaData::LENGTH_DEPENDENT_LINEAR;
+            rows << QStringList({record.name, QString(), is_dependent ? "Length Dependent" : "Constant",
+                                 Applied_Expression(*Named(items, record.name), identifier),
+                                 Fixed_Text(record.sensitivity, 6), texts.Distribution_Type(record.distribution)})
+                        .join(", ");
+        }
+    }
+    if (!rows.isEmpty()) {
+        rows.prepend(QStringList({component, identifier, QString(), QString(), QString(), QString()}).join(", "));
+    }
+    return rows;
+}
+
+// As the component's first row shows it.
+QString TConsistency::Reported_Identifier(const QString& component) const
+{
+    const auto* table = Child<QTreeWidget>(d_window, "report_table");
+
+    for (int row = 0; row < table->topLevelItemCount(); ++row) {
+        const QString identifier = Escaped(table->topLevelItem(row)->text(IDENTIFIER_COLUMN));
+        if (Escaped(table->topLevelItem(row)->text(0)) == component && !identifier.isEmpty()) {
+            return identifier;
+        }
+    }
+    return QString();
 }
 
 // Escaped, as the file has them.

@@ -38,6 +38,7 @@ private:
     void Check_Groups();
     void Check_Members(const QString& group);
     void Check_Offers();
+    void Check_Report();
 
     void Compare(const QString& what, const QString& shown, const QString& held);
     void Compare(const QString& what, const QStringList& shown, const QStringList& held);
@@ -49,6 +50,11 @@ private:
     const TInstance* Shown_Instance() const;
     QString Shown_Identifier() const;
     QStringList Reportable() const;
+    QStringList Shown_Report() const;
+    QStringList Held_Report(const QString& group) const;
+    QStringList Held_Rows(const QString& component, const QString& item) const;
+    bool Find_Member(const QString& member, QString* component, QString* item) const;
+    QString Reported_Identifier(const QString& component) const;
     QStringList Texts(const QListWidget* list, bool selected_only = false) const;
 
     const QWidget* d_window;

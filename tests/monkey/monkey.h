@@ -11,7 +11,7 @@
 
 class QAbstractItemView;
 
-/// Plays with the main window at random: the same seed does the same. Every 200 events it looks whether the window
+/// Plays with the main window at random: the same seed does the same. Every so many events it looks whether the window
 /// still agrees with itself and with its files.
 class TMonkey
 {

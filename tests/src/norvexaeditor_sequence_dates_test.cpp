@@ -11,6 +11,7 @@
 namespace {
 
 const int SECONDS_PER_DAY = 24 * 60 * 60;
+const char* const GERMAN_SYSTEM = "de_DE.UTF-8";
 int s_days_ahead = 0;
 
 } // namespace
@@ -31,6 +32,13 @@ namespace {
 class TSequenceDates : public TSequenceFixture
 {
 protected:
+    void SetUp() override
+    {
+        if (qEnvironmentVariable("LC_ALL") == GERMAN_SYSTEM) {
+            ASSERT_EQ(QLocale::system().language(), QLocale::German);
+        }
+    }
+
     void TearDown() override
     {
         s_days_ahead = 0;
@@ -135,7 +143,7 @@ TEST_F(TSequenceDates, A_German_system_changes_neither_what_is_saved_nor_what_is
 {
     QProcess process;
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("LC_ALL", "de_DE.UTF-8");
+    environment.insert("LC_ALL", GERMAN_SYSTEM);
     process.setProcessEnvironment(environment);
     process.start(QCoreApplication::applicationFilePath(), {"--gtest_filter=*another_day*"});
 

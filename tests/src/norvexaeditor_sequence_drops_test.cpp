@@ -5,6 +5,7 @@
 #include <QDragEnterEvent>
 #include <QDropEvent>
 #include <QFile>
+#include <QFileDialog>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QTest>
@@ -148,6 +149,24 @@ TEST_F(TSequenceDrops, The_same_file_twice_in_a_row_gives_its_budget_once)
     EXPECT_EQ(Check(), Model_Of(Other_Budget()));
 }
 
+TEST_F(TSequenceDrops, A_file_is_not_loaded_when_its_question_is_left_by_Escape_or_closed)
+{
+    TBudgetFile expected = Workshop_Budget();
+    const QString path = Other_File();
+    Select_Entry("Probe");
+    Enter("component_length", "7.5");
+    d_answer.Press(Qt::Key_Escape);
+    d_answer.Close_Message();
+
+    Drop_Files({path});
+    Drop_Files({path});
+
+    ASSERT_EQ(d_answer.Seen_Count(), 2);
+    EXPECT_EQ(d_answer.Seen(1).text, "Data Not Saved");
+    Change_Component(&expected.document, "Probe", [](TNorvexaData::TComponent* record) { record->length = 7.5; });
+    EXPECT_EQ(Check(), Model_Of(expected));
+}
+
 // While a question is open
 
 TEST_F(TSequenceDrops, A_file_is_not_taken_while_the_question_of_New_is_open)
@@ -188,6 +207,23 @@ TEST_F(TSequenceDrops, A_file_is_not_taken_while_a_name_is_asked_for)
 
     EXPECT_FALSE(is_taken);
     expected.document.Add_Component("Air");
+    EXPECT_EQ(Check(), Model_Of(expected));
+}
+
+TEST_F(TSequenceDrops, A_file_is_not_taken_while_the_file_to_save_is_being_named)
+{
+    const TBudgetFile expected = Workshop_Budget();
+    const QString path = Other_File();
+    bool is_taken = true;
+    QTimer::singleShot(0, &d_editor, [&]() {
+        EXPECT_NE(qobject_cast<QFileDialog*>(QApplication::activeModalWidget()), nullptr);
+        is_taken = Drop_Files({path});
+    });
+
+    Save_As(Path("saved.norvexa"));
+
+    EXPECT_FALSE(is_taken);
+    EXPECT_EQ(State_Of(Read_Budget(Path("saved.norvexa")).document), State_Of(expected.document));
     EXPECT_EQ(Check(), Model_Of(expected));
 }
 

@@ -7,6 +7,10 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+/// To be called by a child process before _exit(): where coverage is counted, it writes what the child has counted,
+/// unless the child has given up its user or its limits for good.
+void Hand_Over_Counts();
+
 /// Runs `act` in a child process and returns the text that it returns; "child process failed" if it did not get that
 /// far. Limits and identities that the act sets end with the child.
 template <typename TAct>
@@ -20,6 +24,7 @@ QString In_Child(TAct act)
     if (child == 0) {
         const QByteArray text = act().toUtf8();
         const bool written = write(ends[1], text.constData(), static_cast<size_t>(text.size())) == text.size();
+        Hand_Over_Counts();
         _exit(written ? 0 : 1);
     }
     close(ends[1]);
@@ -40,7 +45,7 @@ QString As_Plain_User(TAct act)
 
     return In_Child([&]() -> QString {
         const bool is_root = geteuid() == 0;
-        if (is_root && (setgroups(0, nullptr) != 0 || setgid(NOBODY) != 0 || setuid(NOBODY) != 0)) {
+        if (is_root && (setgroups(0, nullptr) != 0 || setgid(NOBODY) != 0 || setresuid(NOBODY, NOBODY, 0) != 0)) {
             return "cannot become a plain user";
         }
         return act();

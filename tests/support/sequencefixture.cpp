@@ -13,6 +13,8 @@
 #include <QToolButton>
 #include <QTreeWidget>
 
+#include <functional>
+
 namespace {
 
 const int BUILT_IN_COUNT = 10;
@@ -114,13 +116,20 @@ QStringList Selected_Texts(const QListWidget* list)
     return texts;
 }
 
-void Click_All(QAbstractItemView* view, const QModelIndex& parent = QModelIndex())
+/// Clicks each entry and, after each, does `then`.
+void Click_All(QAbstractItemView* view, const std::function<void()>& then, const QModelIndex& parent = QModelIndex())
 {
     for (int row = 0; row < view->model()->rowCount(parent); ++row) {
         const QModelIndex index = view->model()->index(row, 0, parent);
         Click_Entry(view, index);
-        Click_All(view, index);
+        then();
+        Click_All(view, then, index);
     }
+}
+
+void Click_All(QAbstractItemView* view)
+{
+    Click_All(view, []() {});
 }
 
 } // namespace
@@ -263,7 +272,12 @@ void TSequenceFixture::Select_Group(const QString& name)
 void TSequenceFixture::Click_Everything()
 {
     Show_Page("Budget Components");
-    Click_All(Tree());
+    auto* identifiers = Find<QListWidget>("identifier_list");
+    Click_All(Tree(), [identifiers]() {
+        if (identifiers->isEnabled()) {
+            Click_All(identifiers);
+        }
+    });
     Show_Page("Variables");
     Click_All(Variables());
     Show_Page("Report Groups");

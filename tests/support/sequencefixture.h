@@ -55,7 +55,8 @@ protected:
     void Add_Group(const QString& name);
     void Select_Group(const QString& name);
 
-    /// Turns to each page and clicks each entry of the tree, of the variables, and of the groups.
+    /// Turns to each page and clicks each entry of the tree, of the identifiers of each, of the variables, and of the
+    /// groups.
     void Click_Everything();
 
 private:
