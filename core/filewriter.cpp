@@ -82,7 +82,10 @@ bool Write_Bytes(int descriptor, const QByteArray& bytes)
 
     while (done < bytes.size()) {
         const ssize_t count = write(descriptor, bytes.constData() + done, static_cast<size_t>(bytes.size() - done));
-        if (count < 0 && !Can_Go_On(descriptor)) {
+        if (count == 0) {
+            errno = EIO; // no progress and no reason: trying again might never end
+        }
+        if (count <= 0 && !Can_Go_On(descriptor)) {
             return false;
         }
         done += qMax<qint64>(count, 0);
@@ -114,8 +117,8 @@ struct TOldContent
 
 TOldContent Old_Content(const QString& name, qint64 size)
 {
-    // No file of this program is nearly as large, so that a larger one was chosen by mistake.
-    constexpr qint64 LARGEST_COPY = 64'000'000;
+    // No larger file is read as a budget, so that one was chosen by mistake.
+    constexpr qint64 LARGEST_COPY = 64 * 1024 * 1024;
     QFile file(name);
 
     if (size > LARGEST_COPY || !file.open(QIODevice::ReadOnly)) {

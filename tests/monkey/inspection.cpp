@@ -11,6 +11,7 @@
 
 #include <QAction>
 #include <QApplication>
+#include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
@@ -21,6 +22,7 @@
 namespace {
 
 const int VARIABLES_PAGE = 1;
+const int REPORT_PAGE = 3;
 
 QAction* Entry_Named(const QList<QAction*>& actions, const QString& text)
 {
@@ -60,11 +62,13 @@ QStringList Difference(const QString& what, const QStringList& actual, const QSt
 } // namespace
 
 TInspection::TInspection(QMainWindow* window, TDialogs* dialogs, const TFiles* files)
-    : d_window(window), d_dialogs(dialogs), d_files(files), d_path(files->Path("inspected.norvexa"))
+    : d_window(window), d_dialogs(dialogs), d_files(files), d_path(files->Path("inspected.norvexa")),
+      d_page(Child<QTabWidget>(window, "pages")->currentIndex())
 {}
 
 bool TInspection::Save()
 {
+    Show_Report();
     return Save_As(d_window, d_path);
 }
 
@@ -75,7 +79,19 @@ QStringList TInspection::Findings(bool lists_are_stale)
     if (!error.isEmpty()) {
         return {"not loaded: " + error};
     }
-    return TConsistency(d_window, saved, lists_are_stale).Differences() + Reopened(saved) + Left_Open();
+    const QStringList found =
+        TConsistency(d_window, saved, lists_are_stale).Differences() + Reopened(saved) + Left_Open();
+    Child<QTabWidget>(d_window, "pages")->setCurrentIndex(d_page);
+    return found;
+}
+
+// Where a group is chosen, so that what the page shows can be looked at, too.
+void TInspection::Show_Report()
+{
+    if (Child<QComboBox>(d_window, "report_group")->currentIndex() > 0) {
+        Child<QTabWidget>(d_window, "pages")->setCurrentIndex(REPORT_PAGE);
+        User_Input::Settle();
+    }
 }
 
 // A window without changes since its last New offers no saving. Typing does, and the start of the range is not saved.

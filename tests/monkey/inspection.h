@@ -23,6 +23,7 @@ public:
     QStringList Findings(bool lists_are_stale);
 
 private:
+    void Show_Report();
     void Enable_Saving();
     bool Save_As(QMainWindow* window, const QString& path);
     QStringList Reopened(const TBudget& saved);
@@ -32,4 +33,5 @@ private:
     TDialogs* d_dialogs;
     const TFiles* d_files;
     QString d_path;
+    int d_page;
 };
