@@ -7,6 +7,8 @@
 
 #include <QApplication>
 #include <QIcon>
+#include <QPalette>
+#include <QStyle>
 #include <QTextStream>
 #include <QTimer>
 
@@ -65,7 +67,9 @@ int main(int argc, char* argv[])
         return 2;
     }
     if (QApplication::arguments().value(1) == DARK_SCREENSHOTS) {
-        QApplication::setPalette(Dark_Palette());
+        QPalette palette = Dark_Palette();
+        QApplication::style()->polish(palette); // as it is done with the colours of a theme
+        QApplication::setPalette(palette);
     }
     // A dialog that nobody answers would wait for ever.
     QTimer::singleShot(TIME_LIMIT_MS, [] { qFatal("The tour takes too long"); });
