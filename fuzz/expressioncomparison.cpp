@@ -1,5 +1,6 @@
 #include "fuzz/expressioncomparison.h"
 
+#include "tests/support/expressionvariables.h"
 #include "tests/support/literalexpression.h"
 
 #include <QStringList>
@@ -30,26 +31,6 @@ bool Is_Comparable(const TExpression::TVariable& variable, int text_length)
         return name.size() <= LONGEST_NAME && text_length <= LONGEST_SUBSTITUTED_TEXT;
     }
     return name.size() <= LONGEST_REPETITION && digits <= 2 && text_length <= LONGEST_REPEATED_TEXT;
-}
-
-TExpression Expression_With(const TVariables& variables)
-{
-    TExpression expression;
-
-    for (const TExpression::TVariable& variable : variables) {
-        expression.Add_Variable(variable);
-    }
-    return expression;
-}
-
-TVariables Variables_Of(const TExpression& expression)
-{
-    TVariables variables;
-
-    for (int index = 0; index < expression.Variable_Count(); ++index) {
-        variables.push_back(expression.Variable(index));
-    }
-    return variables;
 }
 
 /// The text that is scanned. False where it becomes too long on the way.

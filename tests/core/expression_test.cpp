@@ -1,4 +1,5 @@
 #include "core/expression.h"
+#include "tests/support/expressionvariables.h"
 #include "tests/support/literalexpression.h"
 #include "tests/support/qtprinters.h"
 #include "tests/support/randomexpression.h"
@@ -29,26 +30,6 @@ constexpr int DEEP = 100000;
 TLiteralResult Valid(double value)
 {
     return {value, true};
-}
-
-TExpression Expression_With(const TVariables& variables)
-{
-    TExpression expression;
-
-    for (const TExpression::TVariable& variable : variables) {
-        expression.Add_Variable(variable);
-    }
-    return expression;
-}
-
-TVariables Variables_Of(const TExpression& expression)
-{
-    TVariables variables;
-
-    for (int index = 0; index < expression.Variable_Count(); ++index) {
-        variables.push_back(expression.Variable(index));
-    }
-    return variables;
 }
 
 /// The names with their values in the order of the list: "LX=3 L=2".
