@@ -118,7 +118,7 @@ struct TOldContent
 TOldContent Old_Content(const QString& name, qint64 size)
 {
     // No larger file is read as a budget, so that one was chosen by mistake.
-    constexpr qint64 LARGEST_COPY = 64 * 1024 * 1024;
+    constexpr qint64 LARGEST_COPY = 64LL * 1024 * 1024;
     QFile file(name);
 
     if (size > LARGEST_COPY || !file.open(QIODevice::ReadOnly)) {
