@@ -19,6 +19,7 @@ inline std::vector<TExpression::TVariable> Variables_Of(const TExpression& expre
 {
     std::vector<TExpression::TVariable> variables;
 
+    variables.reserve(static_cast<size_t>(expression.Variable_Count()));
     for (int index = 0; index < expression.Variable_Count(); ++index) {
         variables.push_back(expression.Variable(index));
     }
