@@ -1,0 +1,144 @@
+#include "core/expressionpattern.h"
+
+#include "core/number.h"
+
+#include <QRegExp>
+#include <QRegularExpression>
+
+#include <algorithm>
+#include <limits>
+
+namespace {
+
+constexpr int VALUE_DECIMALS = 16;
+constexpr double LARGEST_PATTERN = 2000.0;
+// In steps of the pattern: about a second.
+constexpr double LONGEST_SEARCH = 4e8;
+constexpr double STEPS_OF_ONE_WAY = 4.0;
+constexpr int LARGEST_GROWN_TEXT = 4'000'000;
+
+/// Whether `name` matches nothing but itself when it stands in a regular expression.
+bool Is_Plain(const QString& name)
+{
+    static const QString signs = R"(\^$.|?*+()[]{})";
+
+    return std::none_of(name.cbegin(), name.cend(), [](QChar character) { return signs.contains(character); });
+}
+
+/// The number of characters in `pattern` when its repetitions ("A{3}") are written out, at worst one inside the other.
+double Written_Out_Size(const QString& pattern)
+{
+    static const QRegularExpression repetition(QStringLiteral("[{,](\\d+)"));
+    QRegularExpressionMatchIterator counts = repetition.globalMatch(pattern);
+    double size = pattern.size();
+
+    while (counts.hasNext()) {
+        size *= std::max(1.0, counts.next().captured(1).toDouble());
+    }
+    return size;
+}
+
+/// How often a character stands in a row at most.
+double Longest_Run(const QString& text)
+{
+    int longest = 0;
+    int run = 0;
+
+    for (int position = 0; position < text.size(); ++position) {
+        run = position > 0 && text.at(position) == text.at(position - 1) ? run + 1 : 1;
+        longest = std::max(longest, run);
+    }
+    return longest;
+}
+
+/// How far into `text` the search for `pattern` may go from one position on: as far as the pattern itself unless it
+/// repeats something without limit; a letter ("A+") at least must follow itself.
+double Reach(const QString& pattern, double size, const QString& text)
+{
+    static const QRegularExpression unlimited(QStringLiteral("[*+]|,\\}"));
+    static const QRegularExpression any(QStringLiteral("(?<!\\w)[*+]|,\\}|\\\\"),
+                                        QRegularExpression::UseUnicodePropertiesOption);
+
+    if (!pattern.contains(unlimited)) {
+        return size;
+    }
+    return pattern.contains(any) ? text.size() : std::min<double>(text.size(), size * Longest_Run(text));
+}
+
+/// The steps that the search for `pattern` may take in `text`. Without alternatives it goes one way from each position,
+/// otherwise the whole pattern may be at work at once.
+double Search_Steps(const QString& pattern, double size, const QString& text)
+{
+    static const QRegularExpression alternatives(QStringLiteral("[|?*+{\\\\]"));
+
+    return (pattern.contains(alternatives) ? size : STEPS_OF_ONE_WAY) * Reach(pattern, size, text) * text.size();
+}
+
+/// QRegExp nests as deeply as its pattern and writes repetitions out: a huge one would exhaust stack or memory.
+bool Is_Excessive(const QString& pattern, const QString& text)
+{
+    const double size = Written_Out_Size(pattern);
+
+    return size > LARGEST_PATTERN || Search_Steps(pattern, size, text) > LONGEST_SEARCH;
+}
+
+/// The value in fixed notation, since the scan knows no exponents. A sign is read in front of an expression only; the
+/// parentheses let a negative value follow an operator.
+QString Value_Text(double value)
+{
+    const QString number = Fixed_Text(value, VALUE_DECIMALS);
+
+    return value < 0.0 ? QString("(%1)").arg(number) : number;
+}
+
+/// `text` with every match replaced; nothing if that is longer than `limit`. QString::replace copies the whole text
+/// anew for each two thousand matches and looks for the next word boundary in the copy; here the matches are those of
+/// `text` as it came.
+std::optional<QString> Replaced(const QString& text, const QRegExp& pattern, const QString& replacement, int limit)
+{
+    QString result;
+    int copied = 0;
+    int match = pattern.indexIn(text);
+
+    while (match >= 0) {
+        const int length = pattern.matchedLength();
+
+        result += text.midRef(copied, match - copied);
+        result += replacement;
+        if (result.size() > limit) {
+            return std::nullopt;
+        }
+        copied = match + length;
+        match = pattern.indexIn(text, length > 0 ? copied : copied + 1);
+    }
+    return result += text.midRef(copied);
+}
+
+/// Nothing if the text becomes too long: a pattern that matches next to nothing is met between the characters of every
+/// value again, and with a few of these the text would outgrow the memory.
+std::optional<QString> Substituted(const QString& text, const TExpression::TVariable& variable)
+{
+    const QString name = variable.name.toUpper();
+    const bool is_plain = Is_Plain(name);
+
+    if (is_plain ? !text.contains(name) : Is_Excessive(name, text)) {
+        return text;
+    }
+    return Replaced(text, QRegExp(QString("(\\b%1\\b)").arg(name)), Value_Text(variable.value),
+                    is_plain ? std::numeric_limits<int>::max() : std::max(LARGEST_GROWN_TEXT, text.size()));
+}
+
+} // namespace
+
+std::optional<QString> Substituted_Patterns(const QString& text, const std::vector<TExpression::TVariable>& variables)
+{
+    std::optional<QString> substituted = text;
+
+    for (const TExpression::TVariable& variable : variables) {
+        substituted = Substituted(*substituted, variable);
+        if (!substituted) {
+            break;
+        }
+    }
+    return substituted;
+}

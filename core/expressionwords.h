@@ -1,0 +1,30 @@
+#pragma once
+
+#include "core/expression.h"
+#include "core/expressiontokens.h"
+
+/// Names of variables as words: what stands between two word boundaries of an expression. Names that hold nothing but
+/// letters, marks, digits and underscores, no digit first, mean in a regular expression what they mean as words, and
+/// are never met in the digits that stand for a value: looking each word up once gives what replacing one name after
+/// the other gives.
+class TExpressionWords
+{
+public:
+    /// The variables stand by the lengths of their names, longer ones first, and must outlive the words. The first of
+    /// several whose names differ in their case alone is the one that is met.
+    explicit TExpressionWords(const std::vector<TExpression::TVariable>& variables);
+
+    /// Whether all the names are such words.
+    bool Are_Words() const { return d_are_words; }
+
+    /// `text` is in capitals and without white space.
+    TExpressionTokens Tokens(QStringView text) const;
+
+private:
+    void Convert_Names();
+    const TExpression::TVariable* Find(QStringView word) const;
+
+    const std::vector<TExpression::TVariable>& d_variables;
+    std::vector<TExpression::TVariable> d_in_capitals; ///< all of them, in the same order, if a name is not ASCII
+    bool d_are_words = true;
+};
