@@ -42,14 +42,6 @@ int Convert_ASCII(const QString& text, QChar* converted)
     return static_cast<int>(converted - begin);
 }
 
-TExpressionTokens Tokens(QStringView text)
-{
-    TExpressionTokens tokens;
-
-    tokens.Append_Text(text);
-    return tokens;
-}
-
 /// Where the argument of the function at the beginning begins in its text; NOT_FOUND if no function stands there.
 int Function_Argument(const TExpressionTokens& tokens)
 {
@@ -67,14 +59,14 @@ TScanResult Scanned_Patterns(QStringView working_text, const std::vector<TExpres
 {
     const std::optional<QString> text = Substituted_Patterns(working_text.toString(), variables);
 
-    return text ? Scan_Expression(Tokens(*text)) : TScanResult();
+    return text ? Scan_Expression(TExpressionTokens(*text)) : TScanResult();
 }
 
 TScanResult Evaluated_Working_Text(QStringView text, const std::vector<TExpression::TVariable>& variables)
 {
     const TExpressionWords words(variables);
 
-    return words.Are_Words() ? Scan_Expression(words.Tokens(text)) : Scanned_Patterns(text, variables);
+    return words.Are_Words() ? Scan_Expression(TExpressionTokens(text, words)) : Scanned_Patterns(text, variables);
 }
 
 TScanResult Evaluated(const QString& text, const std::vector<TExpression::TVariable>& variables)
@@ -170,7 +162,7 @@ double TExpression::Evaluate(const QString& text, bool* ok) const
 
 double TExpression::Process_Expression(const QString& text, bool* valid) const
 {
-    const TScanResult result = Scan_Expression(Tokens(text));
+    const TScanResult result = Scan_Expression(TExpressionTokens(text));
 
     Set_Flag(valid, result.valid);
     return result.value;
@@ -181,7 +173,7 @@ double TExpression::Process_Function(const QString& text, int* function_length, 
     NORVEXA_ASSERT(function_length);
     NORVEXA_ASSERT(valid);
 
-    const TExpressionTokens tokens = Tokens(text);
+    const TExpressionTokens tokens(text);
     const TScanResult result = Scan_Function(tokens);
     const int argument = Function_Argument(tokens);
     const int close = argument == NOT_FOUND ? NOT_FOUND : Find_Closing_Brace(text, argument);

@@ -4,7 +4,6 @@
 
 #include <algorithm>
 #include <cmath>
-#include <optional>
 #include <stack>
 
 namespace {
@@ -60,24 +59,26 @@ struct TScan
     int close =
         0; ///< where the group or function closes; the surrounding scan goes on behind it. None in an open group.
     int position = 0;
-    int literal = 0;               ///< where the literal of the next operand begins
-    int next_comma = 0;            ///< number of the first comma that may end a part
-    std::optional<double> pending; ///< the value of a group or function that has taken the literal's place
-    double sum = 0.0;              ///< of the squares of the parts so far
-    int numbers = 0;               ///< entries of the surrounding scans on the number stack
-    int operators = 0;             ///< entries of the surrounding scans on the operator stack
+    int literal = 0;    ///< where the literal of the next operand begins
+    int next_comma = 0; ///< number of the first comma that may end a part
+    bool has_pending = false;
+    double pending = 0.0; ///< the value of a group or function that has taken the literal's place
+    double sum = 0.0;     ///< of the squares of the parts so far
+    int numbers = 0;      ///< entries of the surrounding scans on the number stack
+    int operators = 0;    ///< entries of the surrounding scans on the operator stack
 };
 
 void TScan::Restart(int new_begin, int new_end)
 {
     begin = position = literal = new_begin;
     end = new_end;
-    pending.reset();
+    has_pending = false;
 }
 
 void TScan::Take_Value(double value, int closing_brace)
 {
     pending = value;
+    has_pending = true;
     position = closing_brace + 1;
 }
 
@@ -268,7 +269,7 @@ void TScanner::Take_Operator(int oper)
     d_oper_stack.push(oper);
     ++scan.position;
     scan.literal = scan.position;
-    scan.pending.reset();
+    scan.has_pending = false;
 }
 
 /// False if the literal in front of the position is no number.
@@ -276,10 +277,10 @@ bool TScanner::Push_Operand()
 {
     const TScan& scan = d_scans.top();
 
-    if (!scan.pending) {
+    if (!scan.has_pending) {
         return Push_Literal(scan.literal, scan.position);
     }
-    d_number_stack.push(*scan.pending);
+    d_number_stack.push(scan.pending);
     return true;
 }
 
@@ -316,7 +317,7 @@ void TScanner::Reduce(int precedence)
 void TScanner::Complete_Scan()
 {
     const TScan& scan = d_scans.top();
-    const bool has_operand = scan.pending || scan.literal < scan.end;
+    const bool has_operand = scan.has_pending || scan.literal < scan.end;
 
     // Without an operand the text is empty or ends with an operator.
     if (!has_operand || !Push_Operand()) {

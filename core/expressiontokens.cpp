@@ -76,37 +76,74 @@ TNumber Read_Number(QStringView text)
 
 } // namespace
 
-void TExpressionTokens::Append_Text(QStringView text)
+TExpressionTokens::TExpressionTokens(QStringView text)
 {
-    for (qsizetype position = 0; position < text.size();) {
-        const QChar character = text[position];
-
-        switch (character.unicode()) {
-        case '+':
-        case '-':
-        case '*':
-        case '/':
-        case '^':
-            Append_Operator(character.toLatin1());
-            ++position;
-            break;
-        case '(':
-            Append_Opening(TExpressionToken::OPEN_GROUP);
-            ++position;
-            break;
-        case ')':
-            Append_Closing();
-            ++position;
-            break;
-        case ',':
-            Append_Comma();
-            ++position;
-            break;
-        default:
-            position += Is_Digit(character) || character == '.' ? Append_Digits(text.mid(position))
-                                                                : Append_Other(text.mid(position));
-        }
+    for (int position = 0; position < text.size();) {
+        position = Append_Next(text, position);
     }
+}
+
+TExpressionTokens::TExpressionTokens(QStringView text, const TExpressionWords& words)
+{
+    bool is_in_word = false;
+
+    for (int position = 0; position < text.size();) {
+        const bool was_in_word = is_in_word;
+        is_in_word = Is_Word_Character(text[position]);
+        int next = position;
+
+        if (is_in_word && !was_in_word && !Is_Digit(text[position])) {
+            next = Append_Variable(text, position, words);
+        }
+        if (next == position) {
+            next = Append_Next(text, position);
+            is_in_word = Is_Word_Character(text[next - 1]);
+        }
+        position = next;
+    }
+}
+
+/// Returns the position behind what it appended, as do the next ones.
+int TExpressionTokens::Append_Next(QStringView text, int position)
+{
+    const QChar character = text[position];
+
+    switch (character.unicode()) {
+    case '+':
+    case '-':
+    case '*':
+    case '/':
+    case '^':
+        Append_Operator(character.toLatin1());
+        return position + 1;
+    case '(':
+        Append_Opening(TExpressionToken::OPEN_GROUP);
+        return position + 1;
+    case ')':
+        Append_Closing();
+        return position + 1;
+    case ',':
+        Append_Comma();
+        return position + 1;
+    default:
+        return Is_Digit(character) || character == '.' ? Append_Digits(text, position) : Append_Other(text, position);
+    }
+}
+
+/// Appends nothing if the word at `position` names no variable.
+int TExpressionTokens::Append_Variable(QStringView text, int position, const TExpressionWords& words)
+{
+    int end = position + 1;
+    while (end < text.size() && Is_Word_Character(text[end])) {
+        ++end;
+    }
+    const TExpression::TVariable* const variable = words.Find(text.mid(position, end - position));
+
+    if (variable == nullptr) {
+        return position;
+    }
+    Append_Value(variable->value);
+    return end;
 }
 
 void TExpressionTokens::Append_Value(double value)
@@ -173,29 +210,30 @@ void TExpressionTokens::Append_Comma()
     Append(TExpressionToken::COMMA);
 }
 
-/// Returns how many characters it took, as does the next one.
-int TExpressionTokens::Append_Digits(QStringView text)
+int TExpressionTokens::Append_Digits(QStringView text, int position)
 {
-    int length = 1;
-    while (length < text.size() && (Is_Digit(text[length]) || text[length] == '.')) {
-        ++length;
+    int end = position + 1;
+    while (end < text.size() && (Is_Digit(text[end]) || text[end] == '.')) {
+        ++end;
     }
-    const TNumber number = Read_Number(text.left(length));
+    const TNumber number = Read_Number(text.mid(position, end - position));
 
     Append_Number(number.value, number.is_valid);
-    return length;
+    return end;
 }
 
-int TExpressionTokens::Append_Other(QStringView text)
+int TExpressionTokens::Append_Other(QStringView text, int position)
 {
-    if (text.startsWith(SUM_OF_SQUARES, Qt::CaseInsensitive)) {
+    const QStringView rest = text.mid(position);
+
+    if (rest.startsWith(SUM_OF_SQUARES, Qt::CaseInsensitive)) {
         Append_Opening(TExpressionToken::SUM_OF_SQUARES);
-        return SUM_OF_SQUARES.size();
+        return position + SUM_OF_SQUARES.size();
     }
-    if (text.startsWith(SQUARE_ROOT, Qt::CaseInsensitive)) {
+    if (rest.startsWith(SQUARE_ROOT, Qt::CaseInsensitive)) {
         Append_Opening(TExpressionToken::SQUARE_ROOT);
-        return SQUARE_ROOT.size();
+        return position + SQUARE_ROOT.size();
     }
     Append(TExpressionToken::OTHER);
-    return 1;
+    return position + 1;
 }

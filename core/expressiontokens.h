@@ -1,5 +1,7 @@
 #pragma once
 
+#include "core/expressionwords.h"
+
 #include <QStringView>
 #include <QVarLengthArray>
 
@@ -22,8 +24,11 @@ struct TExpressionToken
     bool is_valid = false; ///< of a number: whether its characters make one
     char oper = 0;         ///< of an operator: its character
     int closing = -1;      ///< of an opening token: the index of the token that closes it; -1 if none does
-    int commas_before = 0; ///< of an opening token: how many commas stand before it
-    double value = 0.0;    ///< of a number
+    union
+    {
+        double value = 0.0; ///< of a number
+        int commas_before;  ///< of an opening token: how many commas stand before it
+    };
 };
 
 /// The tokens of one expression, found in one pass; the partners of parentheses and the places of commas are known
@@ -31,12 +36,13 @@ struct TExpressionToken
 class TExpressionTokens
 {
 public:
-    /// Appends what stands in `text`. White space is no part of an expression.
-    void Append_Text(QStringView text);
+    /// The tokens of `text` as it stands. White space is no part of an expression.
+    explicit TExpressionTokens(QStringView text);
 
-    /// Appends what a variable stands for: its value as its text with 16 decimals reads, a negative one in
-    /// parentheses. What is not finite is no number in an expression.
-    void Append_Value(double value);
+    /// The tokens of `text`, in capitals, with each word that names a variable replaced by what the variable stands
+    /// for: its value as its text with 16 decimals reads, a negative one in parentheses. What is not finite is no
+    /// number in an expression.
+    TExpressionTokens(QStringView text, const TExpressionWords& words);
 
     int Size() const { return d_tokens.size(); }
     const TExpressionToken& At(int index) const { return d_tokens[index]; }
@@ -46,6 +52,9 @@ public:
     int Comma(int number) const { return d_commas[number]; }
 
 private:
+    int Append_Next(QStringView text, int position);
+    int Append_Variable(QStringView text, int position, const TExpressionWords& words);
+    void Append_Value(double value);
     void Append(TExpressionToken::TKind kind);
     void Append_Magnitude(double magnitude);
     void Append_Number(double value, bool is_valid);
@@ -53,8 +62,8 @@ private:
     void Append_Opening(TExpressionToken::TKind kind);
     void Append_Closing();
     void Append_Comma();
-    int Append_Digits(QStringView text);
-    int Append_Other(QStringView text);
+    int Append_Digits(QStringView text, int position);
+    int Append_Other(QStringView text, int position);
 
     QVarLengthArray<TExpressionToken, 64> d_tokens;
     QVarLengthArray<int, 16> d_commas;

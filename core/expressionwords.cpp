@@ -82,16 +82,6 @@ bool Is_Same(QStringView word, const QString& name)
                       [](QChar character, QChar other) { return character.unicode() == Capital(other); });
 }
 
-qsizetype Word_End(QStringView text, qsizetype begin)
-{
-    qsizetype end = begin + 1;
-
-    while (end < text.size() && Kind(text[end]) != SIGN) {
-        ++end;
-    }
-    return end;
-}
-
 } // namespace
 
 TExpressionWords::TExpressionWords(const std::vector<TExpression::TVariable>& variables) : d_variables(variables)
@@ -118,33 +108,6 @@ void TExpressionWords::Convert_Names()
     d_are_words = std::all_of(d_in_capitals.begin(), d_in_capitals.end(), Is_Word);
 }
 
-TExpressionTokens TExpressionWords::Tokens(QStringView text) const
-{
-    TExpressionTokens tokens;
-    qsizetype appended = 0;
-
-    for (qsizetype position = 0; position < text.size();) {
-        const unsigned kind = Kind(text[position]);
-        if (kind == SIGN) {
-            ++position;
-            continue;
-        }
-        const qsizetype end = Word_End(text, position);
-        const TExpression::TVariable* const variable =
-            kind == LETTER ? Find(text.mid(position, end - position)) : nullptr;
-
-        if (variable != nullptr) {
-            tokens.Append_Text(text.mid(appended, position - appended));
-            tokens.Append_Value(variable->value);
-            appended = end;
-        }
-        position = end;
-    }
-    tokens.Append_Text(text.mid(appended));
-    return tokens;
-}
-
-/// The variables stand by the lengths of their names, longer ones first.
 const TExpression::TVariable* TExpressionWords::Find(QStringView word) const
 {
     const std::vector<TExpression::TVariable>& names = d_in_capitals.empty() ? d_variables : d_in_capitals;

@@ -1,7 +1,19 @@
 #pragma once
 
 #include "core/expression.h"
-#include "core/expressiontokens.h"
+
+#include <QStringView>
+
+/// Whether regular expressions take the character for one of a word.
+inline bool Is_Word_Character(QChar character)
+{
+    const uint code = character.unicode();
+
+    if (code < 128) {
+        return (code | 0x20) - 'a' < 26 || code - '0' < 10 || code == '_';
+    }
+    return character.isLetterOrNumber() || character.isMark();
+}
 
 /// Names of variables as words: what stands between two word boundaries of an expression. Names that hold nothing but
 /// letters, marks, digits and underscores, no digit first, mean in a regular expression what they mean as words, and
@@ -17,13 +29,11 @@ public:
     /// Whether all the names are such words.
     bool Are_Words() const { return d_are_words; }
 
-    /// `text` is in capitals and without white space.
-    TExpressionTokens Tokens(QStringView text) const;
+    /// The variable that the word, in capitals, names; null if it names none.
+    const TExpression::TVariable* Find(QStringView word) const;
 
 private:
     void Convert_Names();
-    const TExpression::TVariable* Find(QStringView word) const;
-
     const std::vector<TExpression::TVariable>& d_variables;
     std::vector<TExpression::TVariable> d_in_capitals; ///< all of them, in the same order, if a name is not ASCII
     bool d_are_words = true;
