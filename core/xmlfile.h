@@ -4,6 +4,7 @@
 #include <QDomDocument>
 #include <QDomElement>
 #include <QDomNode>
+#include <QSet>
 #include <QString>
 
 /// What the XML layer throws, by value.
@@ -107,6 +108,7 @@ private:
     void Parse(const QByteArray& data, const QString& message, bool namespace_processing);
     void Check_Root(const QString& identification, int* file_version);
     void Append_Root(const QString& identification, int file_version);
+    QDomElement New_Element(const QString& name);
     QByteArray Document_Bytes(bool compact) const;
 
     QDomDocument d_document;
@@ -114,4 +116,5 @@ private:
     QString d_file_name;
     QString d_identification;
     QString d_document_type;
+    QSet<QString> d_legal_names; // of the elements created so far
 };

@@ -5,9 +5,9 @@
 #include "core/number.h"
 #include "core/xmlpolicy.h"
 #include "core/xmltext.h"
+#include "core/xmlwriter.h"
 
 #include <QFileInfo>
-#include <QTextStream>
 
 #include <algorithm>
 
@@ -51,8 +51,22 @@ QDomElement TXmlFile::Create_Node(QDomElement* parent, const QString& name)
     if (name.isEmpty()) {
         Throw_Content("ERR:  Cannot create an unnamed node");
     }
-    QDomElement node = d_document.createElement(name);
+    QDomElement node = New_Element(name);
     parent->appendChild(node);
+    return node;
+}
+
+// Qt looks closely at each character of a name. Once is enough for those that come again and again.
+QDomElement TXmlFile::New_Element(const QString& name)
+{
+    if (d_legal_names.contains(name)) {
+        const TXmlPolicy policy(QDomImplementation::AcceptInvalidChars);
+        return d_document.createElement(name);
+    }
+    const QDomElement node = d_document.createElement(name);
+    if (node.tagName() == name) {
+        d_legal_names.insert(name);
+    }
     return node;
 }
 
@@ -113,7 +127,7 @@ void TXmlFile::Clear()
 void TXmlFile::Reset(const QString& identification, int file_version)
 {
     Clear();
-    d_document.appendChild(d_document.createProcessingInstruction("xml", R"(version="1.0" encoding="utf-8")"));
+    d_document.appendChild(d_document.createProcessingInstruction("xml", XML_DECLARATION));
     Append_Root(identification, file_version);
 }
 
@@ -132,12 +146,7 @@ void TXmlFile::Append_Root(const QString& identification, int file_version)
 
 QByteArray TXmlFile::Document_Bytes(bool compact) const
 {
-    QByteArray bytes;
-    QTextStream stream(&bytes);
-
-    d_document.save(stream, compact ? 0 : INDENTATION, QDomNode::EncodingFromDocument);
-    stream.flush();
-    return compact ? Without_Line_Breaks(bytes) : bytes;
+    return compact ? Without_Line_Breaks(Xml_Bytes(d_document, 0)) : Xml_Bytes(d_document, INDENTATION);
 }
 
 void TXmlFile::Write_File(bool compact)

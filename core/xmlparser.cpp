@@ -5,8 +5,11 @@
 
 #include <QRegularExpression>
 #include <QTextCodec>
-#include <QVector>
 #include <QXmlStreamReader>
+
+#include <algorithm>
+#include <iterator>
+#include <vector>
 
 namespace {
 
@@ -90,27 +93,38 @@ int Declared_Attributes(const QStringRef& text)
     return size / DECLARED_ATTRIBUTE_SIZE;
 }
 
-// Reading one tag or one document type must stay quick too, so its attributes are bounded beforehand. An element's
-// attributes all stand in front of the next "<".
+// Where the elements first have too many attributes for the comparisons; -1 if they never do. An element's attributes
+// all stand in front of the next "<".
+int Find_Excess_Of_Attributes(const QString& text)
+{
+    qint64 pairs = 0;
+    qint64 attributes = 0;
+
+    for (int index = 0; index <= text.size(); ++index) {
+        const QChar unit = index < text.size() ? text.at(index) : QChar('<');
+        if (unit == '=') {
+            ++attributes;
+        } else if (unit == '<') {
+            pairs += attributes > USUAL_ATTRIBUTES ? attributes * attributes : 0;
+            if (pairs > MAXIMUM_PAIRS) {
+                return index;
+            }
+            attributes = 0;
+        }
+    }
+    return -1;
+}
+
+// Reading one tag or one document type must stay quick too, so its attributes are bounded beforehand.
 bool Has_Few_Attributes(const QString& text, TXmlFault* fault)
 {
-    const QStringRef whole(&text);
-    bool is_few = Declared_Attributes(whole) <= MAXIMUM_DECLARED_ATTRIBUTES;
-    qint64 pairs = 0;
-    int start = 0;
+    const bool is_declared = Declared_Attributes(QStringRef(&text)) > MAXIMUM_DECLARED_ATTRIBUTES;
+    const int excess = is_declared ? 0 : Find_Excess_Of_Attributes(text);
 
-    while (start < text.size() && is_few) {
-        const int next = text.indexOf('<', start + 1);
-        const int end = next < 0 ? text.size() : next;
-        const qint64 attributes = whole.mid(start, end - start).count('=');
-        pairs += attributes > USUAL_ATTRIBUTES ? attributes * attributes : 0;
-        is_few = pairs <= MAXIMUM_PAIRS;
-        start = end;
+    if (excess >= 0) {
+        *fault = Fault_At("too many attributes", Position_At(text, excess));
     }
-    if (!is_few) {
-        *fault = Fault_At("too many attributes", Position_At(text, start));
-    }
-    return is_few;
+    return excess < 0;
 }
 
 // Each reference is looked up by both readers and once more here, which takes far longer than any other text. Those in
@@ -166,15 +180,16 @@ int Expansion_Share(const QString& text, int limit)
 // The streaming pass: one token after the other, nothing kept but these counts.
 struct TCounts
 {
-    QVector<qint64> namespaces; // that hold in each open element
-    int elements = 0;
-    int attributes = 0;
-    int other_nodes = 0;
-    int entities = 0;
-    int nesting = 0;
+    std::vector<qint64> namespaces; // that hold in each open element
+    qint64 depth = 0;
+    qint64 elements = 0;
+    qint64 attributes = 0;
+    qint64 other_nodes = 0;
+    qint64 entities = 0;
+    qint64 nesting = 0;
     qint64 declared_attributes = 0;
     qint64 pairs = 0;
-    qint64 length = 0;
+    qint64 expansion = 0; // beyond the document's own length
 };
 
 void Count_Document_Type(const QXmlStreamReader& reader, TCounts* counts)
@@ -187,58 +202,71 @@ void Count_Document_Type(const QXmlStreamReader& reader, TCounts* counts)
 void Count_Start(const QXmlStreamReader& reader, TCounts* counts)
 {
     const QXmlStreamAttributes attributes = reader.attributes();
-    const qint64 outer = counts->namespaces.isEmpty() ? 0 : counts->namespaces.last();
+    const qint64 outer = counts->namespaces.empty() ? 0 : counts->namespaces.back();
     const qint64 namespaces = outer + reader.namespaceDeclarations().size();
 
-    counts->namespaces.append(namespaces);
+    counts->namespaces.push_back(namespaces);
+    ++counts->depth;
     ++counts->elements;
     counts->attributes += attributes.size();
     counts->pairs += namespaces > USUAL_NAMESPACES ? namespaces * namespaces : 0;
     counts->pairs += counts->declared_attributes > USUAL_ATTRIBUTES ? counts->declared_attributes : 0;
     for (const QXmlStreamAttribute& attribute : attributes) {
-        counts->length += attribute.value().size();
+        counts->expansion += attribute.value().size();
     }
 }
 
 void Count_Token(const QXmlStreamReader& reader, TCounts* counts)
 {
-    counts->length += reader.text().size();
-    if (reader.isDTD()) {
+    counts->expansion += reader.text().size();
+    switch (reader.tokenType()) {
+    case QXmlStreamReader::DTD:
         Count_Document_Type(reader, counts);
-    } else if (reader.isStartElement()) {
+        break;
+    case QXmlStreamReader::StartElement:
         Count_Start(reader, counts);
-    } else if (reader.isEndElement()) {
-        counts->namespaces.removeLast();
-    } else if (reader.isComment() || reader.isProcessingInstruction() || reader.isCDATA()) {
+        break;
+    case QXmlStreamReader::EndElement:
+        counts->namespaces.pop_back();
+        --counts->depth;
+        break;
+    case QXmlStreamReader::Characters:
+        counts->other_nodes += reader.isCDATA() ? 1 : 0;
+        break;
+    case QXmlStreamReader::Comment:
+    case QXmlStreamReader::ProcessingInstruction:
         ++counts->other_nodes;
+        break;
+    default:
+        break;
     }
 }
 
-// What there is too much of; empty as long as all is within the limits.
-QString Excess(const TCounts& counts, qint64 size)
+struct TLimit
 {
-    const struct
-    {
-        qint64 count;
-        qint64 limit;
-        const char* reason;
-    } LIMITS[] = {
-        {counts.namespaces.size(), MAXIMUM_DEPTH, "elements nested deeper than %1 levels"},
-        {counts.elements, MAXIMUM_ELEMENTS, "more than %1 elements"},
-        {counts.attributes, MAXIMUM_ATTRIBUTES, "more than %1 attributes"},
-        {counts.other_nodes, MAXIMUM_OTHER_NODES, "more than %1 comments, instructions and sections"},
-        {counts.entities, MAXIMUM_ENTITIES, "more than %1 entity declarations"},
-        {counts.nesting, MAXIMUM_DEPTH, "declarations nested deeper than %1 levels"},
-        {counts.pairs, MAXIMUM_PAIRS, "too many namespaces or declared attributes"},
-        {counts.length, size + MAXIMUM_EXPANSION, "entities expand to more than 10 MB"},
-    };
+    qint64 TCounts::*count;
+    qint64 maximum;
+    const char* reason;
+};
 
-    for (const auto& [count, limit, reason] : LIMITS) {
-        if (count > limit) {
-            return QString(reason).replace("%1", QString::number(limit));
-        }
-    }
-    return QString();
+constexpr TLimit LIMITS[] = {
+    {&TCounts::depth, MAXIMUM_DEPTH, "elements nested deeper than %1 levels"},
+    {&TCounts::elements, MAXIMUM_ELEMENTS, "more than %1 elements"},
+    {&TCounts::attributes, MAXIMUM_ATTRIBUTES, "more than %1 attributes"},
+    {&TCounts::other_nodes, MAXIMUM_OTHER_NODES, "more than %1 comments, instructions and sections"},
+    {&TCounts::entities, MAXIMUM_ENTITIES, "more than %1 entity declarations"},
+    {&TCounts::nesting, MAXIMUM_DEPTH, "declarations nested deeper than %1 levels"},
+    {&TCounts::pairs, MAXIMUM_PAIRS, "too many namespaces or declared attributes"},
+    {&TCounts::expansion, MAXIMUM_EXPANSION, "entities expand to more than 10 MB"},
+};
+
+// What there is too much of; null as long as all is within the limits.
+const TLimit* Excess(const TCounts& counts)
+{
+    const auto is_exceeded = [&](const TLimit& limit) { return counts.*limit.count > limit.maximum; };
+    const TLimit* const found = std::find_if(std::begin(LIMITS), std::end(LIMITS), is_exceeded);
+
+    return found == std::end(LIMITS) ? nullptr : found;
 }
 
 // The reader has no printable name for a character that XML cannot carry.
@@ -274,6 +302,7 @@ bool Check(const QString& text, bool namespace_processing, TXmlFault* fault)
     QXmlStreamReader reader(text);
     TCounts counts;
 
+    counts.expansion = -text.size();
     reader.setNamespaceProcessing(namespace_processing);
     // Inside the document type what expands may be declarations of attributes.
     reader.setEntityExpansionLimit(Expansion_Share(text, MAXIMUM_DECLARED_ATTRIBUTES * DECLARED_ATTRIBUTE_SIZE));
@@ -283,9 +312,8 @@ bool Check(const QString& text, bool namespace_processing, TXmlFault* fault)
             reader.setEntityExpansionLimit(Expansion_Share(text, MAXIMUM_EXPANSION));
         }
         Count_Token(reader, &counts);
-        const QString excess = Excess(counts, text.size());
-        if (!excess.isEmpty()) {
-            *fault = Fault_At(excess, reader);
+        if (const TLimit* const limit = Excess(counts)) {
+            *fault = Fault_At(QString(limit->reason).replace("%1", QString::number(limit->maximum)), reader);
             return false;
         }
     }
@@ -297,6 +325,15 @@ bool Check(const QString& text, bool namespace_processing, TXmlFault* fault)
         *fault = Fault_At(Readable_Reason(reader, checked), reader);
     }
     return false;
+}
+
+bool Has_Character_References(const QString& text)
+{
+    int at = text.indexOf('&');
+    while (at >= 0 && text.midRef(at + 1, 1) != "#") {
+        at = text.indexOf('&', at + 1);
+    }
+    return at >= 0;
 }
 
 QString Character(const QStringRef& number)
@@ -314,7 +351,7 @@ QString With_High_Characters(const QString& text)
     static const QRegularExpression REFERENCE(R"(<!--.*?-->|<\?.*?\?>|<!\[CDATA\[.*?\]\]>|&#(x?[0-9A-Fa-f]+);)",
                                               QRegularExpression::DotMatchesEverythingOption);
 
-    if (!text.contains("&#")) {
+    if (!Has_Character_References(text)) {
         return text;
     }
     QString result;

@@ -1,5 +1,7 @@
 #include "core/xmltext.h"
 
+#include <algorithm>
+
 namespace {
 
 // Whether a code unit that is no surrogate is legal. All characters beyond U+FFFF, which take two, are.
@@ -20,11 +22,19 @@ int Legal_Length(const QString& text, int index)
     return is_pair ? 2 : 0;
 }
 
+// How many code units the text begins with that are neither control characters nor surrogates nor beyond them.
+int Plain_Length(const QString& text)
+{
+    const auto is_plain = [](QChar unit) { return unit.unicode() >= 0x20 && unit.unicode() < 0xD800; };
+
+    return static_cast<int>(std::find_if_not(text.begin(), text.end(), is_plain) - text.begin());
+}
+
 } // namespace
 
 bool Xml_Is_Legal(const QString& text)
 {
-    int index = 0;
+    int index = Plain_Length(text);
     while (index < text.size()) {
         const int length = Legal_Length(text, index);
         if (length == 0) {

@@ -12,12 +12,20 @@
 
 namespace {
 
+/// Most names of a list differ in their length or at their end, and that is quickly seen.
+bool Is_Same(const QString& left, const QString& right)
+{
+    const int last = left.size() - 1;
+
+    return last == right.size() - 1 && (last < 0 || left.at(last) == right.at(last)) && left == right;
+}
+
 /// The first record whose `key` is `text`, null if there is none.
 template <typename TRecords, typename TRecord>
 auto Find_By(TRecords& records, QString TRecord::*key, const QString& text) -> decltype(records.data())
 {
     const auto found =
-        std::find_if(records.begin(), records.end(), [&](const TRecord& record) { return record.*key == text; });
+        std::find_if(records.begin(), records.end(), [&](const TRecord& record) { return Is_Same(record.*key, text); });
 
     return found == records.end() ? nullptr : &*found;
 }

@@ -28,6 +28,20 @@ void Describe_Calendar(QCalendarWidget* calendar)
     }
 }
 
+void Set_Up_Calendar(QCalendarWidget* calendar)
+{
+    calendar->setLocale(QLocale::c());
+    // The red of Qt's weekends cannot be read on a dark ground.
+    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {
+        calendar->setWeekdayTextFormat(day, QTextCharFormat());
+    }
+    // As in the window, a file is no text for an editor.
+    for (QLineEdit* editor : calendar->findChildren<QLineEdit*>()) {
+        editor->setAcceptDrops(false);
+    }
+    Describe_Calendar(calendar);
+}
+
 } // namespace
 
 TCalibrationDateEdit::TCalibrationDateEdit(QWidget* parent) : QDateEdit(parent)
@@ -35,12 +49,6 @@ TCalibrationDateEdit::TCalibrationDateEdit(QWidget* parent) : QDateEdit(parent)
     setLocale(QLocale::c());
     setDisplayFormat("ddd MMM d yyyy");
     setCalendarPopup(true);
-    calendarWidget()->setLocale(QLocale::c());
-    // The red of Qt's weekends cannot be read on a dark ground.
-    for (const Qt::DayOfWeek day : {Qt::Saturday, Qt::Sunday}) {
-        calendarWidget()->setWeekdayTextFormat(day, QTextCharFormat());
-    }
-    Describe_Calendar(calendarWidget());
     // Without a date on show Qt would take the editor for narrower than it has to be.
     setMinimumWidth(sizeHint().width());
     connect(this, &QDateEdit::dateChanged, this, &TCalibrationDateEdit::Mark_Edited);
@@ -81,6 +89,16 @@ void TCalibrationDateEdit::changeEvent(QEvent* event)
         const QSignalBlocker blocker(lineEdit());
         lineEdit()->setText(textFromDateTime(dateTime()));
     }
+}
+
+// A press may open the calendar. Made with the page, the two calendars would take a tenth of the program's start.
+void TCalibrationDateEdit::mousePressEvent(QMouseEvent* event)
+{
+    if (!d_has_calendar) {
+        Set_Up_Calendar(calendarWidget());
+        d_has_calendar = true;
+    }
+    QDateEdit::mousePressEvent(event);
 }
 
 void TCalibrationDateEdit::Mark_Edited()

@@ -21,9 +21,11 @@ public:
 protected:
     QString textFromDateTime(const QDateTime& date_time) const override;
     void changeEvent(QEvent* event) override;
+    void mousePressEvent(QMouseEvent* event) override;
 
 private:
     void Mark_Edited();
 
     bool d_is_edited = false;
+    bool d_has_calendar = false;
 };

@@ -71,7 +71,8 @@ QString Number_Cells(const std::vector<double>& values, const TNumberFormat& for
 {
     QString cells;
     for (const double value : values) {
-        cells += ',' + format(value);
+        cells += ',';
+        cells += format(value);
     }
     return cells;
 }

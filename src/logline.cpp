@@ -3,26 +3,28 @@
 #include "src/tabbedtext.h"
 
 #include <algorithm>
+#include <cstdlib>
 
 namespace {
 
 const int STOP = 20;
 
-int Overflow(const QString& column)
+void Append_Blanks(int count, QString* text)
 {
-    return std::max(0, column.size() - STOP);
+    text->resize(text->size() + count, QChar(' '));
 }
 
-/// Appends a field in `width` characters, on the right of them when positive, on the left when negative; returns the
-/// column's overflow.
+/// Appends a field in `width` characters, on the right of them when positive, on the left when negative; returns by
+/// how much the column is longer than a stop.
 int Append_Field(TLogLine* line, const QString& field, int width)
 {
-    const QString column = QString("%1").arg(field, width);
-    const int begin = line->text.size() + (width > 0 ? column.size() - field.size() : 0);
+    const int padding = std::max(0, std::abs(width) - field.size());
 
-    line->text += column;
-    line->fields.push_back({begin, begin + field.size()});
-    return Overflow(column);
+    Append_Blanks(width > 0 ? padding : 0, &line->text);
+    line->fields.push_back({line->text.size(), line->text.size() + field.size()});
+    Append_Tabbed_Cell(field, &line->text);
+    Append_Blanks(width > 0 ? 0 : padding, &line->text);
+    return std::max(0, field.size() + padding - STOP);
 }
 
 } // namespace
@@ -30,11 +32,14 @@ int Append_Field(TLogLine* line, const QString& field, int width)
 TLogLine Log_Line(const QStringList& fields)
 {
     TLogLine line;
-    int overflow = Append_Field(&line, Tabbed_Cell(fields.value(0)), -STOP);
+    const auto filled = fields.size() - std::count(fields.begin(), fields.end(), QString());
+    line.text.reserve(static_cast<int>(filled) * STOP);
+    line.fields.reserve(static_cast<std::size_t>(filled));
+    int overflow = Append_Field(&line, fields.value(0), -STOP);
 
-    for (const QString& field : fields.mid(1)) {
-        if (!field.isEmpty()) {
-            overflow = Append_Field(&line, Tabbed_Cell(field), overflow - STOP);
+    for (int index = 1; index < fields.size(); ++index) {
+        if (!fields.at(index).isEmpty()) {
+            overflow = Append_Field(&line, fields.at(index), overflow - STOP);
         }
     }
     return line;

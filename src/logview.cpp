@@ -5,15 +5,31 @@
 #include <QTextBlock>
 #include <QTextCursor>
 
+#include <numeric>
+#include <utility>
+
 namespace {
 
 class TFieldData : public QTextBlockUserData
 {
 public:
-    explicit TFieldData(const std::vector<TLogField>& block_fields) : fields(block_fields) {}
+    explicit TFieldData(std::vector<TLogField> block_fields) : fields(std::move(block_fields)) {}
 
     const std::vector<TLogField> fields;
 };
+
+QString Joined_Texts(const std::vector<TLogLine>& lines)
+{
+    QString text;
+    text.reserve(std::accumulate(lines.begin(), lines.end(), 0,
+                                 [](int size, const TLogLine& line) { return size + line.text.size() + 1; }));
+    for (const TLogLine& line : lines) {
+        text += line.text;
+        text += '\n';
+    }
+    text.chop(1); // behind the last line
+    return text;
+}
 
 QString Selected_Part(const QTextBlock& block, const QTextCursor& selection)
 {
@@ -33,17 +49,13 @@ TLogView::TLogView(QWidget* parent) : QPlainTextEdit(parent)
     setLineWrapMode(NoWrap);
 }
 
-void TLogView::Append(const std::vector<TLogLine>& lines)
+void TLogView::Append(std::vector<TLogLine> lines)
 {
-    QStringList texts;
-    for (const TLogLine& line : lines) {
-        texts << line.text;
-    }
-    appendPlainText(texts.join('\n'));
+    appendPlainText(Joined_Texts(lines));
 
     QTextBlock block = document()->lastBlock();
-    for (auto line = lines.crbegin(); line != lines.crend(); ++line) {
-        block.setUserData(new TFieldData(line->fields));
+    for (auto line = lines.rbegin(); line != lines.rend(); ++line) {
+        block.setUserData(new TFieldData(std::move(line->fields)));
         block = block.previous();
     }
     // To the beginning of the last line, because the view keeps its cursor in sight and would hide the first columns.

@@ -15,7 +15,7 @@ public:
     explicit TLogView(QWidget* parent = nullptr);
 
     /// Appends lines in one piece, which costs far less than one by one, and brings the last one in sight.
-    void Append(const std::vector<TLogLine>& lines);
+    void Append(std::vector<TLogLine> lines);
 
 protected:
     QMimeData* createMimeDataFromSelection() const override;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <array>
+#include <cstddef>
 #include <iterator>
 
 namespace {
@@ -58,9 +59,19 @@ QStringList Names_Of(const std::vector<TRecord>& records)
     return names;
 }
 
+const QLatin1String NAME_SEPARATOR(" - ");
+
 QString Reportable_Name(const QString& component, const QString& item)
 {
-    return QStringLiteral("%1 - %2").arg(component, item);
+    return component + NAME_SEPARATOR + item;
+}
+
+// Without making the name: many are compared to find one.
+bool Is_Reportable_Name(const QString& reportable, const QString& component, const QString& item)
+{
+    return reportable.size() == component.size() + NAME_SEPARATOR.size() + item.size() && reportable.endsWith(item) &&
+           reportable.startsWith(component) &&
+           reportable.midRef(component.size(), NAME_SEPARATOR.size()) == NAME_SEPARATOR;
 }
 
 } // namespace
@@ -191,7 +202,7 @@ bool TNorvexa::Convert_From_Reportable(const QString& reportable, QString* compo
             continue;
         }
         for (const TComponentItem& item : component.items) {
-            if (Reportable_Name(component.name, item.name) == reportable) {
+            if (Is_Reportable_Name(reportable, component.name, item.name)) {
                 return take(component.name, item.name);
             }
         }
@@ -244,12 +255,12 @@ QString TNorvexa::Component_Item_Expression(const QString& component, const QStr
 
 double TNorvexa::Component_Length(const QString& component, const QString& identifier) const
 {
-    return Applicable_Length(Component(Component_Index(component)), identifier);
+    return Applicable_Length(Existing_Component(component), identifier);
 }
 
 double TNorvexa::Component_Expansion_Coefficient(const QString& component, const QString& identifier) const
 {
-    const TComponent found = Component(Component_Index(component));
+    const TComponent& found = Existing_Component(component);
     const TComponentInstance* const instance = Find_Instance(found, identifier);
 
     return instance ? instance->expansion_coefficient : found.expansion_coefficient;
@@ -258,7 +269,8 @@ double TNorvexa::Component_Expansion_Coefficient(const QString& component, const
 bool TNorvexa::Update_Component_Item(const QString& component, const QString& item, const QString& identifier,
                                      const QString& expression, bool use_default)
 {
-    const TComponentItem* const found = Find_Component_Item(component, item);
+    const int index = Component_Index(component);
+    const TComponentItem* const found = index < 0 ? nullptr : Find_Item(d_components[index], item);
     if (!found) {
         return false;
     }
@@ -270,7 +282,7 @@ bool TNorvexa::Update_Component_Item(const QString& component, const QString& it
     } else {
         changed.expression = expression;
     }
-    Update_Component_Item(Component_Index(component), changed);
+    Update_Component_Item(index, changed);
     return true;
 }
 
@@ -281,7 +293,16 @@ const TNorvexa::TComponentItem* TNorvexa::Find_Component_Item(const QString& com
     return found ? Find_Item(*found, item) : nullptr;
 }
 
-QString TNorvexa::Applicable_Expression(const TComponentItem& item, const QString& identifier)
+const TNorvexa::TComponent& TNorvexa::Existing_Component(const QString& component) const
+{
+    const int index = Component_Index(component);
+    if (index < 0) {
+        Component(index); // aborts
+    }
+    return d_components[static_cast<std::size_t>(index)];
+}
+
+const QString& TNorvexa::Applicable_Expression(const TComponentItem& item, const QString& identifier)
 {
     const TReplacementItem* const replacement = Find_Replacement(item, identifier);
 

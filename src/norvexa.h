@@ -130,23 +130,59 @@ public:
     double Evaluate_Reportable_Component(const QString& reportable, const QString& identifier, const double& length,
                                          bool* valid) const;
 
+    // Evaluation at many lengths: the names are looked up once
+
+    /// An item together with what applies to an identifier. Valid until the budget changes.
+    struct TBoundItem
+    {
+        const TComponent* component = nullptr;
+        const TComponentItem* item = nullptr; ///< null if the component or the item does not exist
+        const QString* expression = nullptr;
+        double component_length = 0.0; ///< mm
+    };
+
+    /// What is reported under one name, for one identifier. Valid until the budget changes.
+    struct TBoundReportable
+    {
+        std::vector<TBoundItem> items; ///< empty if nothing is reported under the name
+        bool is_sum = false;
+    };
+
+    TBoundItem Bind_Item(const QString& component, const QString& item, const QString& identifier) const;
+
+    /// All items of the component, in order; of items of the same name each stands for the first. Empty if the
+    /// component does not exist.
+    std::vector<TBoundItem> Bind_Items(const QString& component, const QString& identifier) const;
+    TBoundReportable Bind_Reportable(const QString& reportable, const QString& identifier) const;
+
+    /// Like Evaluate_Component_Item.
+    double Evaluate(const TBoundItem& item, double length, bool* valid) const;
+
+    /// Like Evaluate_Reportable_Component.
+    double Evaluate(const TBoundReportable& reportable, double length, bool* valid) const;
+
 private:
     // What applies to an identifier
 
     /// Null if the component or the item does not exist.
     const TComponentItem* Find_Component_Item(const QString& component, const QString& item) const;
-    static QString Applicable_Expression(const TComponentItem& item, const QString& identifier);
+
+    /// Aborts if the component does not exist.
+    const TComponent& Existing_Component(const QString& component) const;
+    static const QString& Applicable_Expression(const TComponentItem& item, const QString& identifier);
     static double Applicable_Length(const TComponent& component, const QString& identifier);
 
     // Evaluation
 
+    static TBoundItem Bind(const TComponent& component, const TComponentItem& item, const QString& identifier);
+
     /// The signed standard uncertainty of an item, per metre if it is length-dependent. False if its expression cannot
     /// be evaluated.
-    bool Evaluate_Item(const TComponentItem& item, const QString& identifier, double* uncertainty) const;
-    double Evaluate_Sum(const TComponent& component, const QString& identifier, double length) const;
+    bool Evaluate_Item(const TBoundItem& bound, double* uncertainty) const;
+    double Evaluate_Sum(const std::vector<TBoundItem>& items, double length) const;
 
-    /// The part of `length` (mm) up to which length-dependent items of the component grow.
-    static double Effective_Length(const TComponent& component, const QString& identifier, double length);
+    /// The part of `length` (mm) up to which a length-dependent item grows.
+    static double Effective_Length(const TBoundItem& bound, double length);
 
     TExpression d_expression;
 

@@ -2,6 +2,8 @@
 
 #include "core/assertion.h"
 
+#include <QHash>
+
 #include <cmath>
 
 // The order of the operations below is part of the results: another one changes last digits.
@@ -37,66 +39,128 @@ double TNorvexa::Evaluate_Component_Item(const QString& component, const QString
                                          const double& length, bool* valid) const
 {
     NORVEXA_ASSERT(valid);
-    *valid = false;
 
-    const TComponent* const owner = Find_Component(component);
-    const TComponentItem* const found = owner ? Find_Item(*owner, item) : nullptr;
-    double uncertainty = 0.0;
-    if (!found || !Evaluate_Item(*found, identifier, &uncertainty)) {
-        return 0.0;
-    }
-
-    *valid = true;
-    if (!Is_Length_Dependent(*found)) {
-        return uncertainty;
-    }
-    return uncertainty * Effective_Length(*owner, identifier, length) / MM_PER_METRE;
+    return Evaluate(Bind_Item(component, item, identifier), length, valid);
 }
 
 double TNorvexa::Evaluate_Reportable_Component(const QString& reportable, const QString& identifier,
                                                const double& length, bool* valid) const
 {
     NORVEXA_ASSERT(valid);
-    *valid = false;
 
+    return Evaluate(Bind_Reportable(reportable, identifier), length, valid);
+}
+
+// Names
+
+TNorvexa::TBoundItem TNorvexa::Bind_Item(const QString& component, const QString& item, const QString& identifier) const
+{
+    const TComponent* const owner = Find_Component(component);
+    const TComponentItem* const found = owner ? Find_Item(*owner, item) : nullptr;
+
+    return found ? Bind(*owner, *found, identifier) : TBoundItem();
+}
+
+std::vector<TNorvexa::TBoundItem> TNorvexa::Bind_Items(const QString& component, const QString& identifier) const
+{
+    const TComponent* const owner = Find_Component(component);
+    std::vector<TBoundItem> bound;
+    if (!owner) {
+        return bound;
+    }
+
+    QHash<QString, const TComponentItem*> first_items;
+    for (const TComponentItem& item : owner->items) {
+        const TComponentItem*& first = first_items[item.name];
+        if (!first) {
+            first = &item;
+        }
+        bound.push_back(Bind(*owner, *first, identifier));
+    }
+    return bound;
+}
+
+TNorvexa::TBoundReportable TNorvexa::Bind_Reportable(const QString& reportable, const QString& identifier) const
+{
+    TBoundReportable bound;
     QString component;
     QString item;
     if (!Convert_From_Reportable(reportable, &component, &item)) {
-        return 0.0;
+        return bound;
     }
     if (!item.isEmpty()) {
-        return Evaluate_Component_Item(component, item, identifier, length, valid);
+        bound.items = {Bind_Item(component, item, identifier)};
+        return bound;
     }
-
-    const TComponent* const found = Find_Component(component);
-    if (!found || found->items.empty()) {
-        return 0.0;
+    bound.is_sum = true;
+    if (const TComponent* const found = Find_Component(component)) {
+        for (const TComponentItem& summand : found->items) {
+            bound.items.push_back(Bind(*found, summand, identifier));
+        }
     }
-    *valid = true;
-    return Evaluate_Sum(*found, identifier, length);
+    return bound;
 }
 
-bool TNorvexa::Evaluate_Item(const TComponentItem& item, const QString& identifier, double* uncertainty) const
+TNorvexa::TBoundItem TNorvexa::Bind(const TComponent& component, const TComponentItem& item, const QString& identifier)
+{
+    return {&component, &item, &Applicable_Expression(item, identifier), Applicable_Length(component, identifier)};
+}
+
+// Values
+
+double TNorvexa::Evaluate(const TBoundItem& item, double length, bool* valid) const
+{
+    NORVEXA_ASSERT(valid);
+    *valid = false;
+
+    double uncertainty = 0.0;
+    if (!item.item || !Evaluate_Item(item, &uncertainty)) {
+        return 0.0;
+    }
+
+    *valid = true;
+    if (!Is_Length_Dependent(*item.item)) {
+        return uncertainty;
+    }
+    return uncertainty * Effective_Length(item, length) / MM_PER_METRE;
+}
+
+double TNorvexa::Evaluate(const TBoundReportable& reportable, double length, bool* valid) const
+{
+    NORVEXA_ASSERT(valid);
+    *valid = false;
+
+    if (reportable.items.empty()) {
+        return 0.0;
+    }
+    if (!reportable.is_sum) {
+        return Evaluate(reportable.items.front(), length, valid);
+    }
+    *valid = true;
+    return Evaluate_Sum(reportable.items, length);
+}
+
+bool TNorvexa::Evaluate_Item(const TBoundItem& bound, double* uncertainty) const
 {
     bool valid = false;
-    const double value = d_expression.Evaluate(Applicable_Expression(item, identifier), &valid);
+    const double value = d_expression.Evaluate(*bound.expression, &valid);
 
-    *uncertainty = value * item.sensitivity / Distribution_Divisor(item.distribution);
+    *uncertainty = value * bound.item->sensitivity / Distribution_Divisor(bound.item->distribution);
     return valid;
 }
 
-double TNorvexa::Evaluate_Sum(const TComponent& component, const QString& identifier, double length) const
+double TNorvexa::Evaluate_Sum(const std::vector<TBoundItem>& items, double length) const
 {
-    const double metres = Effective_Length(component, identifier, length) / MM_PER_METRE;
+    const double metres = Effective_Length(items.front(), length) / MM_PER_METRE;
     double constant_sum = 0.0;
     double length_dependent_sum = 0.0;
 
-    for (const TComponentItem& item : component.items) {
+    for (const TBoundItem& bound : items) {
         double uncertainty = 0.0;
-        if (!Evaluate_Item(item, identifier, &uncertainty)) {
+        if (!Evaluate_Item(bound, &uncertainty)) {
             continue;
         }
-        if (Is_Length_Dependent(item)) {
+        if (Is_Length_Dependent(*bound.item)) {
             length_dependent_sum += Square(metres * uncertainty);
         } else {
             constant_sum += Square(uncertainty);
@@ -105,12 +169,9 @@ double TNorvexa::Evaluate_Sum(const TComponent& component, const QString& identi
     return std::sqrt(Square(std::sqrt(constant_sum)) + Square(std::sqrt(length_dependent_sum)));
 }
 
-double TNorvexa::Effective_Length(const TComponent& component, const QString& identifier, double length)
+double TNorvexa::Effective_Length(const TBoundItem& bound, double length)
 {
-    if (!component.limit_uncertainty_length) {
-        return length;
-    }
-    const double limit = Applicable_Length(component, identifier);
+    const bool is_limited = bound.component->limit_uncertainty_length && length > bound.component_length;
 
-    return length > limit ? limit : length;
+    return is_limited ? bound.component_length : length;
 }

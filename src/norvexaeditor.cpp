@@ -8,6 +8,8 @@
 #include <QApplication>
 #include <QTabWidget>
 
+#include <utility>
+
 // Construction
 
 TNorvexaEditor::TNorvexaEditor(QWidget* parent) : QMainWindow(parent)
@@ -95,15 +97,13 @@ void TNorvexaEditor::Write_Log_Text(const QString& field_1, const QString& field
                                     const QString& field_7, const QString& field_8)
 {
     d_log_lines.push_back(Log_Line({field_1, field_2, field_3, field_4, field_5, field_6, field_7, field_8}));
-    if (!d_log_is_collected) {
-        Flush_Log();
-    }
+    Flush_Log();
 }
 
+// What is collected goes in one piece at the end.
 void TNorvexaEditor::Flush_Log()
 {
-    if (!d_log_lines.empty()) {
-        d_log->Append(d_log_lines);
-        d_log_lines.clear();
+    if (!d_log_is_collected && !d_log_lines.empty()) {
+        d_log->Append(std::exchange(d_log_lines, {}));
     }
 }

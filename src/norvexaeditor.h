@@ -17,12 +17,13 @@ class QKeySequence;
 class QLabel;
 class QTabWidget;
 class QToolButton;
-class QTreeWidget;
 class QTreeWidgetItem;
 
+class TBudgetTree;
 class TComponentItemWidget;
 class TComponentWidget;
 class TEntryDelegate;
+class TExportProgress;
 class TLogView;
 class TMessageBox;
 class TReportGroupWidget;
@@ -147,6 +148,14 @@ private:
     class TScreenReport;
     class TExportReport;
 
+    /// How the evaluation at the lengths of an export ended.
+    enum class TExportEnd
+    {
+        Complete,
+        Failed,
+        Cancelled
+    };
+
     static constexpr int BUDGET_PAGE = 0;
     static constexpr int REPORT_PAGE = 3;
 
@@ -200,6 +209,9 @@ private:
     void Enable_Add(bool enabled);
     void Enable_Remove(bool enabled);
     void Show_Component(const QString& component);
+
+    /// The position of the current component in the document, -1 if it is not there.
+    int Current_Component() const;
     bool Is_Identifier(int component, const QString& identifier) const;
     TNorvexaData::TComponentInstance Edited_Instance(int component) const;
     TNorvexaData::TComponentInstance Current_Instance(int component) const;
@@ -217,8 +229,8 @@ private:
     /// that stand for a component.
     std::vector<TExpression::TVariable> Report_Variables(const QStringList& names) const;
 
-    /// The value that a record of the current component and identifier supplies.
-    double Record_Variable_Value(const QString& name) const;
+    /// The value that a record supplies for a component or an identifier with these values.
+    double Record_Variable_Value(const QString& name, const TNorvexaData::TComponentInstance& instance) const;
     bool Stands_For_Component(const QString& variable) const;
 
     // Report (norvexaeditor_report)
@@ -233,11 +245,12 @@ private:
 
     // Export (norvexaeditor_export)
     QString Ask_For_Export_File();
-    bool Update_Exports(double start, double end, double increment);
+    TExportEnd Collect_Export(const QString& group, const std::vector<double>& lengths);
+    TExportEnd Update_Exports(const std::vector<double>& lengths, TExportProgress* progress);
     void Write_Export(const QString& file_name);
 
     QTabWidget* d_tab_widget = nullptr;
-    QTreeWidget* d_budget_tree = nullptr;
+    TBudgetTree* d_budget_tree = nullptr;
     TEntryDelegate* d_budget_tree_delegate = nullptr;
     TComponentWidget* d_component_widget = nullptr;
     TComponentItemWidget* d_component_item_widget = nullptr;
@@ -266,6 +279,7 @@ private:
     QString d_file_name;
     QString d_last_directory;
     QString d_component;
+    int d_component_position = -1; ///< where it stood when it was selected
     QString d_component_item;
     QString d_default_identifier = TNorvexa::Default_Identifier();
     QString d_identifier = d_default_identifier;

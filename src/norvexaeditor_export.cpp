@@ -1,6 +1,7 @@
 #include "src/norvexaeditor.h"
 
 #include "core/number.h"
+#include "src/exportprogress.h"
 #include "src/exporttarget.h"
 #include "src/loggedreport.h"
 #include "src/logview.h"
@@ -19,7 +20,20 @@ namespace {
 constexpr int POSITION_DECIMALS = 3;
 
 /// What a range of ten pages holds, and the one length more that rounding may bring.
-constexpr int MAXIMUM_LENGTHS = 121;
+constexpr std::size_t MAXIMUM_LENGTHS = 121;
+
+// The position accumulates, as rounded sums of the increment; half an increment of margin keeps the end in the range.
+std::vector<double> Export_Lengths(double start, double end, double increment)
+{
+    std::vector<double> lengths;
+    double position = start;
+
+    while (position <= end + increment * 0.5 && lengths.size() < MAXIMUM_LENGTHS) {
+        lengths.push_back(position);
+        position += increment;
+    }
+    return lengths;
+}
 
 } // namespace
 
@@ -27,17 +41,21 @@ constexpr int MAXIMUM_LENGTHS = 121;
 class TNorvexaEditor::TExportReport : public TLoggedReport
 {
 public:
-    TExportReport(TNorvexaEditor* window, double length) : TLoggedReport(window), d_length(length) {}
+    explicit TExportReport(TNorvexaEditor* window)
+        : TLoggedReport(window), d_walk(&window->d_norvexa, window->d_variable_records, window->d_group_records)
+    {}
 
-    // Several items of one component bring the same variables; their rows take one value for each length.
-    void Add_Variable(const QString& source, const QString& name, double value)
+    // False, after Units_Mixed, when the group mixes linear and temperature items.
+    bool Evaluate(double length)
     {
-        const QPair<QString, QString> names(source, name);
-
-        if (!d_added.contains(names)) {
-            d_added.insert(names);
-            Window()->d_report_widget->Add_Export_Variable_Data({source, name, {value}});
-        }
+        d_length = length;
+        d_length_text = QString("%1 mm").arg(Fixed_Text(length, POSITION_DECIMALS));
+        d_added.clear();
+        d_page_record = 0;
+        Set_Global_Variables();
+        Window()->Write_Log_Text(QString());
+        Window()->Write_Log_Text("Position", "Value", "Component", "Component Item");
+        return d_walk.Evaluate(length, this);
     }
 
     void Data_Variable_Set(const TReportRecord& record, const QString& name, double value) override
@@ -62,18 +80,53 @@ public:
 
     void Item_Evaluated(const TReportRecord& record, const TReportRow& row) override
     {
-        Window()->Write_Log_Text(QString("%1 mm").arg(Fixed_Text(d_length, POSITION_DECIMALS)), Value_Text(row.value),
-                                 record.component, row.name);
+        Window()->Write_Log_Text(d_length_text, Value_Text(row.value), record.component, row.name);
     }
 
     void Record_Finished(const TReportRecord& record, bool is_variable, const std::vector<TReportRow>& rows) override
     {
-        Window()->d_report_widget->Add_Export_Data(Page_Record(record, is_variable, rows), d_length);
+        if (d_page_record == d_page_records.size()) {
+            d_page_records.push_back(Page_Record(record, is_variable, rows));
+        }
+        TReportWidget::TReportData& page_record = d_page_records[d_page_record];
+        for (std::size_t index = 0; index < rows.size(); ++index) {
+            page_record.items[index].value = rows[index].value;
+        }
+        Window()->d_report_widget->Add_Export_Data(page_record, d_length);
+        ++d_page_record;
     }
 
 private:
-    double d_length;
-    QSet<QPair<QString, QString>> d_added;
+    // Nothing of the length before is left.
+    void Set_Global_Variables()
+    {
+        Window()->d_norvexa.Reset_Expression_Variables();
+        for (const TVariable& variable : Window()->d_global_variables) {
+            Window()->d_norvexa.Add_Expression_Variable(variable.name, variable.value);
+            Add_Variable(QString(), variable.name, variable.value);
+        }
+    }
+
+    // Several items of one component bring the same variables; their rows take one value for each length.
+    void Add_Variable(const QString& source, const QString& name, double value)
+    {
+        const QPair<QString, QString> names(source, name);
+
+        if (!d_added.contains(names)) {
+            d_added.insert(names);
+            Window()->d_report_widget->Add_Export_Variable_Data({source, name, {value}});
+        }
+    }
+
+    TReportWalk d_walk;
+    double d_length = 0.0;
+    QString d_length_text;
+    QSet<QPair<QString, QString>> d_added; ///< at this length
+
+    // The records in the form of the page, made at the first length: an export takes nothing but the values of later
+    // ones.
+    std::vector<TReportWidget::TReportData> d_page_records;
+    std::size_t d_page_record = 0; ///< the next one of this length
 };
 
 void TNorvexaEditor::Generate_Export_Report(const QString& group)
@@ -91,16 +144,20 @@ void TNorvexaEditor::Generate_Export_Report(const QString& group)
     if (file_name.isEmpty()) {
         return;
     }
-    Create_Report_Data(group);
-    d_report_widget->Clear_Export();
-    // A part of a group would pass for the whole on a certificate.
-    if (!d_group_is_complete || !Update_Exports(start, end, increment)) {
+    switch (Collect_Export(group, Export_Lengths(start, end, increment))) {
+    case TExportEnd::Complete:
+        d_report_widget->Update_Export_Uncertainty_Data();
+        d_report_widget->Format_Export_Data();
+        Write_Export(file_name);
+        break;
+    case TExportEnd::Failed:
         Report_Failure("ERR:  Cannot generate export data.");
-        return;
+        break;
+    case TExportEnd::Cancelled:
+        d_report_widget->Clear_Export();
+        Write_Log_Text("Export cancelled.");
+        break;
     }
-    d_report_widget->Update_Export_Uncertainty_Data();
-    d_report_widget->Format_Export_Data();
-    Write_Export(file_name);
 }
 
 // Empty when the user does not want to export after all.
@@ -116,18 +173,38 @@ QString TNorvexaEditor::Ask_For_Export_File()
     return Is_Overwriting_Confirmed(file_name) ? file_name : QString();
 }
 
-// The position accumulates, as rounded sums of the increment; half an increment of margin keeps the end in the range.
-bool TNorvexaEditor::Update_Exports(double start, double end, double increment)
+// Fills the export records of the report page. The log gets its lines in one piece, as they are many.
+TNorvexaEditor::TExportEnd TNorvexaEditor::Collect_Export(const QString& group, const std::vector<double>& lengths)
 {
-    double position = start;
+    TExportEnd end = TExportEnd::Failed;
+    {
+        const QScopedValueRollback<bool> collect_log(d_log_is_collected, true);
+        TExportProgress progress(static_cast<int>(lengths.size()), this);
 
-    for (int count = 0; position <= end + increment * 0.5 && count < MAXIMUM_LENGTHS; ++count) {
-        if (!Update_Export(position)) {
-            return false;
+        Create_Report_Data(group);
+        d_report_widget->Clear_Export();
+        // A part of a group would pass for the whole on a certificate.
+        if (d_group_is_complete) {
+            end = Update_Exports(lengths, &progress);
         }
-        position += increment;
     }
-    return true;
+    Flush_Log();
+    return end;
+}
+
+TNorvexaEditor::TExportEnd TNorvexaEditor::Update_Exports(const std::vector<double>& lengths, TExportProgress* progress)
+{
+    TExportReport report(this);
+
+    for (std::size_t index = 0; index < lengths.size(); ++index) {
+        if (!progress->Go_On(static_cast<int>(index))) {
+            return TExportEnd::Cancelled;
+        }
+        if (!report.Evaluate(lengths[index])) {
+            return TExportEnd::Failed;
+        }
+    }
+    return TExportEnd::Complete;
 }
 
 bool TNorvexaEditor::Update_Export(const double& length)
@@ -135,17 +212,7 @@ bool TNorvexaEditor::Update_Export(const double& length)
     bool is_complete = false;
     {
         const QScopedValueRollback<bool> collect_log(d_log_is_collected, true);
-        TExportReport report(this, length);
-
-        // Nothing of the length before is left.
-        d_norvexa.Reset_Expression_Variables();
-        for (const TVariable& variable : d_global_variables) {
-            d_norvexa.Add_Expression_Variable(variable.name, variable.value);
-            report.Add_Variable(QString(), variable.name, variable.value);
-        }
-        Write_Log_Text(QString());
-        Write_Log_Text("Position", "Value", "Component", "Component Item");
-        is_complete = Walk_Report(&d_norvexa, d_variable_records, d_group_records, length, &report);
+        is_complete = TExportReport(this).Evaluate(length);
     }
     Flush_Log();
     return is_complete;

@@ -35,13 +35,16 @@ void TNorvexaEditor::Update_Expression_Hint()
 std::vector<TExpression::TVariable> TNorvexaEditor::Report_Variables(const QStringList& names) const
 {
     std::vector<TExpression::TVariable> variables;
+    const int component = Current_Component();
+    const TNorvexaData::TComponentInstance instance =
+        component < 0 ? TNorvexaData::TComponentInstance() : Current_Instance(component);
 
     for (int index = 0; index < d_variable_widget->Variable_Count(); ++index) {
         const QString name = d_variable_widget->Variable_Name(index);
         bool is_built_in = false;
         const double value = d_variable_widget->Variable_Value(index, &is_built_in);
         if (is_built_in) {
-            variables.push_back({name, Is_Record_Variable(name) ? Record_Variable_Value(name) : value});
+            variables.push_back({name, Is_Record_Variable(name) ? Record_Variable_Value(name, instance) : value});
         }
     }
     for (const QString& name : names) {
@@ -52,16 +55,14 @@ std::vector<TExpression::TVariable> TNorvexaEditor::Report_Variables(const QStri
     return variables;
 }
 
-double TNorvexaEditor::Record_Variable_Value(const QString& name) const
+double TNorvexaEditor::Record_Variable_Value(const QString& name,
+                                             const TNorvexaData::TComponentInstance& instance) const
 {
-    if (d_norvexa.Component_Index(d_component) < 0) {
-        return 0.0;
-    }
-    const double coefficient = d_norvexa.Component_Expansion_Coefficient(d_component, d_identifier);
+    const double coefficient = instance.expansion_coefficient;
     TReportRecord record;
     TVariable variable;
 
-    record.length = d_norvexa.Component_Length(d_component, d_identifier);
+    record.length = instance.length;
     variable.name = name;
     variable.value =
         name == "CTEd" ? std::fabs(coefficient - d_variable_widget->Machine_Expansion_Coefficient()) : coefficient;

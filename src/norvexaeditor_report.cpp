@@ -190,8 +190,8 @@ QStringList TNorvexaEditor::Variable_List(const QString& component, const QStrin
 QStringList TNorvexaEditor::Variable_List(const QString& component, const QString& identifier) const
 {
     QStringList names;
-    for (const QString& item : d_norvexa.Enum_Component_Items(component)) {
-        names += Variable_List(component, item, identifier);
+    for (const TNorvexa::TBoundItem& item : d_norvexa.Bind_Items(component, identifier)) {
+        names += Expression_Names(*item.expression);
     }
     names.removeDuplicates();
     return names;

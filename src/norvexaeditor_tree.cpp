@@ -4,12 +4,14 @@
 #include "core/entrydelegate.h"
 #include "core/number.h"
 #include "core/xmltext.h"
+#include "src/budgettree.h"
 #include "src/componentitemwidget.h"
 #include "src/componentwidget.h"
 #include "src/namedialog.h"
 
 #include <QAction>
 #include <QDate>
+#include <QHash>
 #include <QLocale>
 #include <QSignalBlocker>
 #include <QToolButton>
@@ -23,29 +25,67 @@ const int COEFFICIENT_DECIMALS = 2;
 const int LENGTH_DECIMALS = 5;
 const int SENSITIVITY_DECIMALS = 6;
 
-QTreeWidgetItem* Create_Tree_Item(const QString& name)
+QTreeWidgetItem* Create_Tree_Item(const QString& name, Qt::ItemFlags further_flags)
 {
-    auto* item = new QTreeWidgetItem(QStringList(name));
-    item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | Qt::ItemIsEditable);
+    auto* item = new QTreeWidgetItem;
+    item->setText(0, name);
+    item->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled | further_flags);
     return item;
 }
 
-void Fill_Component_Entry(QTreeWidgetItem* entry, const QStringList& items)
+void Add_Item_Entries(QTreeWidgetItem* component_entry, const QStringList& items)
+{
+    QList<QTreeWidgetItem*> entries;
+    entries.reserve(items.size());
+    for (const QString& item : items) {
+        entries.append(Create_Tree_Item(item, Qt::ItemIsEditable | Qt::ItemNeverHasChildren));
+    }
+    component_entry->addChildren(entries);
+}
+
+void Refill_Component_Entry(QTreeWidgetItem* entry, const QStringList& items)
 {
     qDeleteAll(entry->takeChildren());
-    for (const QString& item : items) {
-        entry->addChild(Create_Tree_Item(item));
-    }
+    Add_Item_Entries(entry, items);
     entry->setExpanded(true);
 }
 
-// A file may carry a component name twice, and the entries of both show the items of the first. A rename in one of
-// them is a change in the other.
+QStringList Item_Names(const TNorvexaData& budget, int component)
+{
+    const int count = budget.Component_Item_Count(component);
+    QStringList names;
+    names.reserve(count);
+    for (int index = 0; index < count; ++index) {
+        names.append(budget.Component_Item_Name(component, index));
+    }
+    return names;
+}
+
+// A file may carry a component name twice, and the entries of both show the items of the first.
+QList<QTreeWidgetItem*> Create_Component_Entries(const TNorvexaData& budget)
+{
+    QHash<QString, int> first_of_name;
+    for (int index = budget.Component_Count() - 1; index >= 0; --index) {
+        first_of_name.insert(budget.Component_Name(index), index);
+    }
+
+    QList<QTreeWidgetItem*> entries;
+    entries.reserve(budget.Component_Count());
+    for (int index = 0; index < budget.Component_Count(); ++index) {
+        const QString name = budget.Component_Name(index);
+        QTreeWidgetItem* entry = Create_Tree_Item(name, Qt::ItemIsEditable);
+        Add_Item_Entries(entry, Item_Names(budget, first_of_name.value(name)));
+        entries.append(entry);
+    }
+    return entries;
+}
+
+// A rename in one of two components of the same name is a change in the other.
 void Refill_Namesakes(const QTreeWidgetItem* root, int edited_row, const QString& component, const QStringList& items)
 {
     for (int row = 0; row < root->childCount(); ++row) {
         if (row != edited_row && root->child(row)->text(0) == component) {
-            Fill_Component_Entry(root->child(row), items);
+            Refill_Component_Entry(root->child(row), items);
         }
     }
 }
@@ -107,16 +147,9 @@ void TNorvexaEditor::Update_BudgetTree()
 {
     d_budget_tree->clear();
 
-    auto* root = new QTreeWidgetItem(QStringList("Norvexa Data"));
-    root->setFlags(Qt::ItemIsSelectable | Qt::ItemIsEnabled);
-
-    for (const QString& component : d_norvexa.Enum_Components()) {
-        QTreeWidgetItem* entry = Create_Tree_Item(component);
-        Fill_Component_Entry(entry, d_norvexa.Enum_Component_Items(component));
-        root->addChild(entry);
-    }
-    d_budget_tree->addTopLevelItem(root);
-    d_budget_tree->expandAll();
+    QTreeWidgetItem* root = Create_Tree_Item("Norvexa Data", Qt::NoItemFlags);
+    root->addChildren(Create_Component_Entries(d_norvexa));
+    d_budget_tree->Add_Expanded(root);
 }
 
 void TNorvexaEditor::Select_BudgetTree_Item(const QString& component, const QString& item)
@@ -133,6 +166,7 @@ void TNorvexaEditor::Select_BudgetTree_Item(const QString& component, const QStr
 
     // Whatever keys are held: with Ctrl or Shift the view would extend the selection.
     d_budget_tree->setCurrentItem(entry, 0, QItemSelectionModel::ClearAndSelect);
+    d_budget_tree->scrollToItem(entry);
     d_tree_depth = Depth(entry);
 }
 
@@ -210,17 +244,24 @@ void TNorvexaEditor::BudgetTree_Remove_Item()
 // record and stays.
 void TNorvexaEditor::Remove_Selected_Entries()
 {
-    const QList<QTreeWidgetItem*> selected = d_budget_tree->selectedItems();
-
-    for (const QTreeWidgetItem* entry : selected) {
-        if (Depth(entry) == 2 && !entry->parent()->isSelected()) {
-            d_norvexa.Remove_Component_Items(entry->parent()->text(0), QStringList(entry->text(0)));
+    QList<const QTreeWidgetItem*> components;
+    QHash<const QTreeWidgetItem*, QStringList> items; // by the entry of their component
+    for (const QTreeWidgetItem* entry : d_budget_tree->selectedItems()) {
+        const int depth = Depth(entry);
+        if (depth == 1) {
+            components.append(entry);
+        } else if (depth == 2) {
+            items[entry->parent()].append(entry->text(0));
         }
     }
-    for (const QTreeWidgetItem* entry : selected) {
-        if (Depth(entry) == 1) {
-            d_norvexa.Remove_Component(entry->text(0));
-        }
+    for (const QTreeWidgetItem* component : components) {
+        items.remove(component);
+    }
+    for (auto part = items.cbegin(); part != items.cend(); ++part) {
+        d_norvexa.Remove_Component_Items(part.key()->text(0), part.value());
+    }
+    for (const QTreeWidgetItem* component : components) {
+        d_norvexa.Remove_Component(component->text(0));
     }
 }
 
@@ -300,6 +341,7 @@ void TNorvexaEditor::Show_Component(const QString& component)
     d_component_item.clear();
 
     const int index = d_norvexa.Component_Index(component);
+    d_component_position = index;
     if (index < 0) {
         return;
     }
@@ -318,9 +360,18 @@ void TNorvexaEditor::Show_Component(const QString& component)
     d_component_widget->setEnabled(true);
 }
 
+// A component keeps its place while it is selected. The name says whether this is still so.
+int TNorvexaEditor::Current_Component() const
+{
+    const bool has_kept_its_place = d_component_position >= 0 && d_component_position < d_norvexa.Component_Count() &&
+                                    d_norvexa.Component_Name(d_component_position) == d_component;
+
+    return has_kept_its_place ? d_component_position : d_norvexa.Component_Index(d_component);
+}
+
 void TNorvexaEditor::Component_Data_Changed()
 {
-    const int index = d_norvexa.Component_Index(d_component);
+    const int index = Current_Component();
     if (index < 0) {
         return;
     }
@@ -378,7 +429,7 @@ bool TNorvexaEditor::Is_Identifier(int component, const QString& identifier) con
 
 void TNorvexaEditor::Component_Identifier_Selected(const QString& identifier)
 {
-    const int component = d_norvexa.Component_Index(d_component);
+    const int component = Current_Component();
     if (component < 0) {
         d_component_item_widget->Set_Option_Use_Default(false);
         d_component_item_widget->Enable_Option_Use_Default(false);
@@ -480,7 +531,7 @@ void TNorvexaEditor::Show_Item_Expression()
 
 void TNorvexaEditor::Component_Item_Data_Changed()
 {
-    const int component = d_norvexa.Component_Index(d_component);
+    const int component = Current_Component();
     const int index = component < 0 ? -1 : d_norvexa.Component_Item_Index(component, d_component_item);
     if (index < 0) {
         return;

@@ -16,6 +16,19 @@ bool Is_Number(const QString& text)
     return is_number;
 }
 
+/// Asks only once for the width of a text that comes several times running: whether a cell fits and where it ends are
+/// asked of the same text, and to measure it takes as long as to draw it.
+TTextWidth Asked_Once(const TTextWidth& width)
+{
+    return [&width, last_text = QString(), last_width = 0](const QString& text) mutable {
+        if (text != last_text) {
+            last_width = width(text);
+            last_text = text;
+        }
+        return last_width;
+    };
+}
+
 class TCellPlacer
 {
 public:
@@ -87,7 +100,8 @@ private:
 std::vector<TPdfLine> Placed_Cells(const QStringList& cells, const std::vector<TPdfCellBox>& boxes,
                                    const TPdfGeometry& geometry, const TTextWidth& width, int gap)
 {
-    TCellPlacer placer(geometry, width, gap);
+    const TTextWidth width_asked_once = Asked_Once(width);
+    TCellPlacer placer(geometry, width_asked_once, gap);
     std::vector<int> wide_numbers;
     const auto box = [&boxes](int cell) { return boxes[std::min(static_cast<std::size_t>(cell), boxes.size() - 1)]; };
 

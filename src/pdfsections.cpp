@@ -3,6 +3,7 @@
 #include "src/csvcells.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace {
 
@@ -124,7 +125,7 @@ private:
         TPdfRow row;
         row.lines = Placed_Cells(cells, boxes, d_metrics.geometry, width, d_metrics.gap);
         row.blank_rows = d_blank_rows;
-        d_rows.push_back(row);
+        d_rows.push_back(std::move(row));
         d_blank_rows = 0;
     }
 

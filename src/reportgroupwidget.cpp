@@ -10,12 +10,14 @@
 
 #include <QGridLayout>
 #include <QHBoxLayout>
+#include <QItemSelectionModel>
 #include <QLabel>
 #include <QListWidget>
 #include <QSignalBlocker>
 #include <QToolButton>
 
 #include <algorithm>
+#include <set>
 
 namespace {
 
@@ -34,6 +36,23 @@ QLabel* Create_List_Label(const QString& text, QListWidget* list)
 
     label->setBuddy(list);
     return label;
+}
+
+/// Rows that follow each other make one range: what a selection costs grows with its ranges.
+QItemSelection Selection_Of(const std::set<int>& rows, const QAbstractItemModel* model)
+{
+    QItemSelection selection;
+
+    for (const int row : rows) {
+        const QModelIndex entry = model->index(row, 0);
+
+        if (!selection.isEmpty() && selection.last().bottom() == row - 1) {
+            selection.last() = QItemSelectionRange(selection.last().topLeft(), entry);
+        } else {
+            selection.append(QItemSelectionRange(entry));
+        }
+    }
+    return selection;
 }
 
 } // namespace
@@ -224,10 +243,10 @@ void TReportGroupWidget::Clear_Groups()
 
 void TReportGroupWidget::Update_Reportable_Components(const QStringList& components)
 {
-    const QSignalBlocker blocker(d_component_list);
-
-    d_component_list->clear();
-    d_component_list->addItems(components);
+    // Most changes of a component leave the names as they are.
+    if (components != d_components) {
+        Fill_Component_List(components);
+    }
     Show_Members(d_current_group);
 }
 
@@ -313,13 +332,21 @@ void TReportGroupWidget::Report_Group_Selection_Changed()
 
 QListWidgetItem* TReportGroupWidget::Find_Component_Item(const QString& component) const
 {
-    // Row by row, because the list's own search reads a text with line breaks or wild cards in ways of its own.
-    for (int row = 0; row < d_component_list->count(); ++row) {
-        if (d_component_list->item(row)->text() == component) {
-            return d_component_list->item(row);
-        }
+    // The list's own search reads a text with line breaks or wild cards in ways of its own.
+    return d_component_list->item(d_component_row.value(component, -1));
+}
+
+void TReportGroupWidget::Fill_Component_List(const QStringList& components)
+{
+    const QSignalBlocker blocker(d_component_list);
+
+    d_component_list->clear();
+    d_component_list->addItems(components);
+    d_components = components;
+    d_component_row.clear();
+    for (int row = components.size() - 1; row >= 0; --row) {
+        d_component_row.insert(components.at(row), row);
     }
-    return nullptr;
 }
 
 void TReportGroupWidget::Add_Group_Entry(const QString& name)
@@ -331,12 +358,12 @@ void TReportGroupWidget::Add_Group_Entry(const QString& name)
 
 QStringList TReportGroupWidget::Selected_Components() const
 {
+    QModelIndexList rows = d_component_list->selectionModel()->selectedIndexes();
     QStringList components;
 
-    for (int row = 0; row < d_component_list->count(); ++row) {
-        if (d_component_list->item(row)->isSelected()) {
-            components.append(d_component_list->item(row)->text());
-        }
+    std::sort(rows.begin(), rows.end());
+    for (const QModelIndex& row : rows) {
+        components.append(row.data().toString());
     }
     components.removeDuplicates();
     return components;
@@ -345,13 +372,16 @@ QStringList TReportGroupWidget::Selected_Components() const
 void TReportGroupWidget::Show_Members(const QString& name)
 {
     const QSignalBlocker blocker(d_component_list);
+    std::set<int> rows;
 
-    d_component_list->clearSelection();
     for (const QString& component : Group_Items(name)) {
-        QListWidgetItem* const entry = Find_Component_Item(component);
+        const auto row = d_component_row.constFind(component);
 
-        if (entry != nullptr) {
-            entry->setSelected(true);
+        if (row != d_component_row.constEnd()) {
+            rows.insert(*row);
         }
     }
+    // At once, because a selection that grows entry by entry is gone through for each of them.
+    d_component_list->selectionModel()->select(Selection_Of(rows, d_component_list->model()),
+                                               QItemSelectionModel::ClearAndSelect);
 }

@@ -2,6 +2,7 @@
 
 #include "share/norvexadata.h"
 
+#include <QHash>
 #include <QStringList>
 #include <QWidget>
 
@@ -77,6 +78,7 @@ private:
 
     int Group_Index(const QString& name) const;
     void Add_Group_Entry(const QString& name);
+    void Fill_Component_List(const QStringList& components);
     QStringList Selected_Components() const;
     void Show_Members(const QString& name);
 
@@ -85,6 +87,9 @@ private:
     QToolButton* d_add_button = nullptr;
     QToolButton* d_remove_button = nullptr;
     QListWidget* d_component_list = nullptr;
+
+    QStringList d_components;            ///< the rows of the component list
+    QHash<QString, int> d_component_row; ///< the first of that text
 
     std::vector<TGroup> d_groups;
 

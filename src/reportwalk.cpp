@@ -1,8 +1,7 @@
 #include "src/reportwalk.h"
 
-#include "src/norvexa.h"
-
 #include <cmath>
+#include <utility>
 
 namespace {
 
@@ -14,124 +13,133 @@ bool Is_Temperature(TNorvexaData::TExpressionType type)
     return type == TNorvexaData::CONSTANT_TEMPERATURE || type == TNorvexaData::LENGTH_DEPENDENT_TEMPERATURE;
 }
 
-class TWalk
+// What of a row is the same at every length.
+TReportRow Row(const TNorvexa& document, const TNorvexaData::TComponentItem& item, const QString& expression)
 {
-public:
-    TWalk(TNorvexa* document, double length, TReportListener* listener)
-        : d_document(document), d_length(length), d_listener(listener)
-    {}
-
-    void Evaluate_Variable_Record(const TReportRecord& record)
-    {
-        d_listener->Record_Started(record);
-        for (const TVariable& variable : record.local_variables) {
-            Set_Data_Variable(record, variable);
-        }
-        Evaluate_Items(record, true);
-    }
-
-    bool Evaluate_Group_Record(const TReportRecord& record)
-    {
-        d_listener->Record_Started(record);
-        for (const TVariable& variable : record.local_variables) {
-            const double value = Local_Variable_Value(record, variable, d_length);
-            d_document->Add_Expression_Variable(variable.name, value);
-            d_listener->Local_Variable_Set(record, variable.name, value);
-        }
-        return Evaluate_Items(record, false);
-    }
-
-private:
-    void Set_Data_Variable(const TReportRecord& record, const TVariable& variable)
-    {
-        bool ok = false;
-        const double value =
-            d_document->Evaluate_Reportable_Component(variable.description, record.identifier, d_length, &ok);
-
-        if (ok) {
-            d_document->Add_Expression_Variable(variable.name, value);
-            d_listener->Data_Variable_Set(record, variable.name, value);
-        } else {
-            d_listener->Data_Variable_Failed(record, variable.name);
-        }
-    }
-
-    bool Evaluate_Items(const TReportRecord& record, bool is_variable)
-    {
-        std::vector<TReportRow> rows;
-        const int component = d_document->Component_Index(record.component);
-        const int count = component < 0 ? 0 : d_document->Component_Item_Count(component);
-
-        for (int index = 0; index < count; ++index) {
-            const TNorvexaData::TComponentItem item = d_document->Component_Item(component, index);
-            if (!record.item.isEmpty() && record.item != item.name) {
-                continue;
-            }
-            if (!is_variable && !Fits_Units(item.expression_type)) {
-                d_listener->Units_Mixed();
-                return false;
-            }
-            rows.push_back(Evaluated_Row(record, item));
-            d_listener->Item_Evaluated(record, rows.back());
-        }
-        d_listener->Record_Finished(record, is_variable, rows);
-        return true;
-    }
-
-    // The first item of the group decides which kind of unit all the others must have.
-    bool Fits_Units(TNorvexaData::TExpressionType type)
-    {
-        const bool is_temperature = Is_Temperature(type);
-
-        if (!d_units_known) {
-            d_units_known = true;
-            d_units_are_temperature = is_temperature;
-        }
-        return is_temperature == d_units_are_temperature;
-    }
-
-    TReportRow Evaluated_Row(const TReportRecord& record, const TNorvexaData::TComponentItem& item) const
-    {
-        TReportRow row;
-        row.name = item.name;
-        row.unit_kind = Is_Temperature(item.expression_type) ? "Temperature" : "Linear";
-        row.expression_type =
-            item.expression_type < TNorvexaData::LENGTH_DEPENDENT_LINEAR ? "Constant" : "Length Dependent";
-        row.expression = d_document->Component_Item_Expression(record.component, item.name, record.identifier, nullptr);
-        row.sensitivity = item.sensitivity;
-        row.distribution = d_document->Distribution_Type(item.distribution);
-        row.uc_type = d_document->UCType(item.uc_type);
-        row.divisor = d_document->Distribution_Divisor(item.distribution);
-
-        const double value = d_document->Evaluate_Component_Item(record.component, item.name, record.identifier,
-                                                                 d_length, &row.is_valid);
-        row.value = row.is_valid ? value : 0.0;
-        return row;
-    }
-
-    TNorvexa* d_document;
-    double d_length;
-    TReportListener* d_listener;
-    bool d_units_known = false;
-    bool d_units_are_temperature = false;
-};
+    TReportRow row;
+    row.name = item.name;
+    row.unit_kind = Is_Temperature(item.expression_type) ? "Temperature" : "Linear";
+    row.expression_type =
+        item.expression_type < TNorvexaData::LENGTH_DEPENDENT_LINEAR ? "Constant" : "Length Dependent";
+    row.expression = expression;
+    row.sensitivity = item.sensitivity;
+    row.distribution = document.Distribution_Type(item.distribution);
+    row.uc_type = document.UCType(item.uc_type);
+    row.divisor = document.Distribution_Divisor(item.distribution);
+    return row;
+}
 
 } // namespace
 
-bool Walk_Report(TNorvexa* document, const std::vector<TReportRecord>& variable_records,
-                 const std::vector<TReportRecord>& group_records, double length, TReportListener* listener)
-{
-    TWalk walk(document, length, listener);
+// Names
 
+TReportWalk::TReportWalk(TNorvexa* document, const std::vector<TReportRecord>& variable_records,
+                         const std::vector<TReportRecord>& group_records)
+    : d_document(document)
+{
     for (const TReportRecord& record : variable_records) {
-        walk.Evaluate_Variable_Record(record);
+        TRecord bound = Bound_Record(record);
+        for (const TVariable& variable : record.local_variables) {
+            bound.data_variables.push_back(document->Bind_Reportable(variable.description, record.identifier));
+        }
+        d_variable_records.push_back(std::move(bound));
     }
     for (const TReportRecord& record : group_records) {
-        if (!walk.Evaluate_Group_Record(record)) {
+        d_group_records.push_back(Bound_Record(record));
+    }
+}
+
+TReportWalk::TRecord TReportWalk::Bound_Record(const TReportRecord& record) const
+{
+    TRecord bound;
+    bound.record = &record;
+    const std::vector<TNorvexa::TBoundItem> items = d_document->Bind_Items(record.component, record.identifier);
+    const int component = d_document->Component_Index(record.component);
+
+    for (std::size_t index = 0; index < items.size(); ++index) {
+        const TNorvexaData::TComponentItem item = d_document->Component_Item(component, static_cast<int>(index));
+        if (record.item.isEmpty() || record.item == item.name) {
+            bound.items.push_back(items[index]);
+            bound.rows.push_back(Row(*d_document, item, *items[index].expression));
+        }
+    }
+    return bound;
+}
+
+// Values
+
+bool TReportWalk::Evaluate(double length, TReportListener* listener)
+{
+    for (TRecord& bound : d_variable_records) {
+        listener->Record_Started(*bound.record);
+        Set_Data_Variables(bound, length, listener);
+        Evaluate_Items(&bound, true, length, listener);
+    }
+    for (TRecord& bound : d_group_records) {
+        listener->Record_Started(*bound.record);
+        Set_Local_Variables(bound, length, listener);
+        if (!Evaluate_Items(&bound, false, length, listener)) {
             return false;
         }
     }
     return true;
+}
+
+void TReportWalk::Set_Data_Variables(const TRecord& bound, double length, TReportListener* listener) const
+{
+    const TReportRecord& record = *bound.record;
+
+    for (std::size_t index = 0; index < bound.data_variables.size(); ++index) {
+        const QString& name = record.local_variables[index].name;
+        bool ok = false;
+        const double value = d_document->Evaluate(bound.data_variables[index], length, &ok);
+
+        if (ok) {
+            d_document->Add_Expression_Variable(name, value);
+            listener->Data_Variable_Set(record, name, value);
+        } else {
+            listener->Data_Variable_Failed(record, name);
+        }
+    }
+}
+
+void TReportWalk::Set_Local_Variables(const TRecord& bound, double length, TReportListener* listener) const
+{
+    for (const TVariable& variable : bound.record->local_variables) {
+        const double value = Local_Variable_Value(*bound.record, variable, length);
+        d_document->Add_Expression_Variable(variable.name, value);
+        listener->Local_Variable_Set(*bound.record, variable.name, value);
+    }
+}
+
+bool TReportWalk::Evaluate_Items(TRecord* bound, bool is_variable, double length, TReportListener* listener)
+{
+    for (std::size_t index = 0; index < bound->items.size(); ++index) {
+        TReportRow& row = bound->rows[index];
+        if (!is_variable && !Fits_Units(row)) {
+            listener->Units_Mixed();
+            return false;
+        }
+        row.value = d_document->Evaluate(bound->items[index], length, &row.is_valid);
+        listener->Item_Evaluated(*bound->record, row);
+    }
+    listener->Record_Finished(*bound->record, is_variable, bound->rows);
+    return true;
+}
+
+// The first item of the group decides which kind of unit all the others must have.
+bool TReportWalk::Fits_Units(const TReportRow& row)
+{
+    if (d_unit_kind.isEmpty()) {
+        d_unit_kind = row.unit_kind;
+    }
+    return row.unit_kind == d_unit_kind;
+}
+
+bool Walk_Report(TNorvexa* document, const std::vector<TReportRecord>& variable_records,
+                 const std::vector<TReportRecord>& group_records, double length, TReportListener* listener)
+{
+    return TReportWalk(document, variable_records, group_records).Evaluate(length, listener);
 }
 
 double Local_Variable_Value(const TReportRecord& record, const TVariable& variable, double length)

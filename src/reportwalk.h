@@ -1,12 +1,12 @@
 #pragma once
 
 #include "share/norvexadata.h"
+#include "src/norvexa.h"
 
 #include <QString>
 
+#include <cstddef>
 #include <vector>
-
-class TNorvexa;
 
 /// What a report evaluates as one unit: a component, or one item of it, for one identifier.
 struct TReportRecord
@@ -63,9 +63,41 @@ protected:
     TReportListener& operator=(const TReportListener&) = default;
 };
 
-/// Evaluates the variable records and then the group records at `length` (mm). Touches nothing but the expression
-/// variables of the document, which stay set for the records that follow and for the next walk. Returns false, after
-/// Units_Mixed, when the group mixes linear and temperature items.
+/// The records of a report with the components that they name, looked up once for any number of lengths.
+class TReportWalk
+{
+public:
+    /// Document and records must outlive the walk, and neither they nor the budget may change meanwhile.
+    TReportWalk(TNorvexa* document, const std::vector<TReportRecord>& variable_records,
+                const std::vector<TReportRecord>& group_records);
+
+    /// Evaluates the variable records and then the group records at `length` (mm). Touches nothing but the expression
+    /// variables of the document, which stay set for the records that follow and for the next length. Returns false,
+    /// after Units_Mixed, when the group mixes linear and temperature items.
+    bool Evaluate(double length, TReportListener* listener);
+
+private:
+    struct TRecord
+    {
+        const TReportRecord* record = nullptr;
+        std::vector<TNorvexa::TBoundReportable> data_variables; ///< parallel to the local variables, or empty
+        std::vector<TNorvexa::TBoundItem> items;
+        std::vector<TReportRow> rows; ///< parallel to the items; from length to length only their values change
+    };
+
+    TRecord Bound_Record(const TReportRecord& record) const;
+    void Set_Data_Variables(const TRecord& bound, double length, TReportListener* listener) const;
+    void Set_Local_Variables(const TRecord& bound, double length, TReportListener* listener) const;
+    bool Evaluate_Items(TRecord* bound, bool is_variable, double length, TReportListener* listener);
+    bool Fits_Units(const TReportRow& row);
+
+    TNorvexa* d_document;
+    std::vector<TRecord> d_variable_records;
+    std::vector<TRecord> d_group_records;
+    QString d_unit_kind; ///< of the group's first item, empty before it was met
+};
+
+/// Evaluates the records at one length, as TReportWalk does.
 bool Walk_Report(TNorvexa* document, const std::vector<TReportRecord>& variable_records,
                  const std::vector<TReportRecord>& group_records, double length, TReportListener* listener);
 

@@ -207,7 +207,9 @@ private:
     void Return_To_Row(int index, const QString& component);
     void Enable_Exports(bool enabled);
 
-    TExportData* Record_To_Grow(const TExportData& added, double length);
+    TExportData* Record_To_Grow(bool is_variable, const TNames& names, double length);
+    bool Is_Next_To_Grow(bool is_variable, const TNames& names, double length);
+    TExportData* Add_Export_Record(const TExportData& added);
 
     QComboBox* d_group_box;
     TReportTable* d_table;
@@ -224,6 +226,8 @@ private:
     std::vector<TExportData> d_export_records;
     std::vector<TExportVariableData> d_export_variables;
     QHash<QPair<bool, TNames>, std::vector<std::size_t>> d_export_record_positions;
+    std::vector<bool> d_export_record_is_first; ///< of its names, parallel to the records
+    std::size_t d_next_export_record = 0;       ///< the one that probably grows next
     QHash<TNames, std::size_t> d_export_variable_positions;
     std::vector<TVector2> d_uncertainty_points; ///< x: length in mm, y: combined standard uncertainty in mm
     TExportLines d_export_lines;

@@ -6,6 +6,10 @@ namespace {
 
 bool Parts_Text(QChar character)
 {
+    // Nearly all characters are of these, and they need no look at their category.
+    if (character >= QChar(' ') && character <= QChar('~')) {
+        return false;
+    }
     // Text documents begin a new paragraph at these two, which are no characters.
     const bool is_frame_mark = character == QChar(0xfdd0) || character == QChar(0xfdd1);
 
@@ -15,8 +19,17 @@ bool Parts_Text(QChar character)
 
 } // namespace
 
-QString Tabbed_Cell(QString text)
+QString Tabbed_Cell(const QString& text)
 {
-    std::replace_if(text.begin(), text.end(), Parts_Text, QChar(' '));
-    return text;
+    QString cell;
+    Append_Tabbed_Cell(text, &cell);
+    return cell;
+}
+
+void Append_Tabbed_Cell(const QString& text, QString* line)
+{
+    const int begin = line->size();
+
+    line->append(text);
+    std::replace_if(line->begin() + begin, line->end(), Parts_Text, QChar(' '));
 }

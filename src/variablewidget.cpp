@@ -370,8 +370,13 @@ void TVariableWidget::Add_Optional_Variables(const std::vector<TVariable>& varia
 
 void TVariableWidget::Update_Variable_List(const QStringList& components)
 {
-    d_components = QStringList(NO_SELECTION) + components;
-    Update_Option_Editor();
+    const QStringList offered = QStringList(NO_SELECTION) + components;
+
+    // Most changes of a component leave the names as they are.
+    if (offered != d_components) {
+        d_components = offered;
+        Update_Option_Editor();
+    }
 }
 
 // The user's changes of the list

@@ -435,6 +435,9 @@ INSTANTIATE_TEST_SUITE_P(
                       [] { return "<!DOCTYPE Root [<!ENTITY e '&e;'>]><Root>&e;</Root>"; }, PARSE_ERROR},
         TDocumentCase{"Many_attributes", [] { return With_Attributes(5'000); }, "nothing"},
         TDocumentCase{"Too_many_attributes", [] { return With_Attributes(500'000); }, Starts("too many attributes")},
+        TDocumentCase{"Too_many_attributes_in_several_elements",
+                      [] { return "<Root>\n" + Repeated(With_Attributes(6'000), 4) + "</Root>"; },
+                      Parse_Error("too many attributes", 2, 3 * With_Attributes(6'000).size() + 1)},
         TDocumentCase{"Two_million_attributes",
                       [] { return "<Root>" + Repeated("<a b='' c=''/>", 1'000'000) + "</Root>"; }, "nothing"},
         TDocumentCase{"One_attribute_more",
@@ -520,6 +523,11 @@ TEST_F(TXmlFile_Text_Test, Reads_references_beyond_U_FFFF)
 {
     EXPECT_EQ(Root_Text("<Root>a&#x1F600;b&#128512;c&#252;d&#x3b1;</Root>"),
               "a" + d_face + "b" + d_face + QString::fromUtf8("cüdα"));
+}
+
+TEST_F(TXmlFile_Text_Test, Reads_references_beyond_U_FFFF_behind_others)
+{
+    EXPECT_EQ(Root_Text("<Root>&amp;&lt;&#x1F600;</Root>"), "&<" + d_face);
 }
 
 TEST_F(TXmlFile_Text_Test, Reads_no_reference_where_there_is_none)
@@ -870,6 +878,15 @@ TEST_F(TXmlFile_Writing_Test, Creates_no_unnamed_nodes_and_attributes)
     EXPECT_EQ(Thrown([&] { d_file.Create_Node(d_root, ""); }), "content: ERR:  Cannot create an unnamed node");
     EXPECT_EQ(Thrown([&] { d_file.Write_Attribute(d_root, "", QString("text")); }),
               "content: ERR:  Cannot create an unnamed attribute");
+}
+
+TEST_F(TXmlFile_Writing_Test, Creates_no_node_of_an_illegal_name_among_legal_ones)
+{
+    for (int count = 0; count < 2; ++count) {
+        EXPECT_EQ(d_file.Create_Node(d_root, "Node").tagName(), "Node");
+        EXPECT_TRUE(d_file.Create_Node(d_root, "a name").isNull());
+    }
+    EXPECT_EQ(Data(true), DECLARATION + "<Root File_Version=\"3\"><Node/><Node/></Root>");
 }
 
 TEST_F(TXmlFile_Writing_Test, Creates_nothing_in_a_null_node)

@@ -510,13 +510,15 @@ TEST_F(TComponentWidgetTest, Dates_are_English_under_every_locale)
     QLocale::setDefault(QLocale(QLocale::German, QLocale::Germany));
     {
         TComponentWidget page;
+        auto* date = Child<QDateEdit>(&page, "calibration_date");
+        Show_Active(&page);
         page.Set_Identifiers({"A"});
         Child<QListWidget>(&page, "identifier_list")->setCurrentRow(0);
         page.Set_Dates("Oct 5 2020", "Mar 7 2021");
-        EXPECT_EQ(Child<QDateEdit>(&page, "calibration_date")->text(), "Mon Oct 5 2020");
+        EXPECT_EQ(date->text(), "Mon Oct 5 2020");
         EXPECT_EQ(page.Calibration_Date(), "Oct 5 2020");
         EXPECT_EQ(page.Calibration_Due_Date(), "Mar 7 2021");
-        EXPECT_EQ(Child<QDateEdit>(&page, "calibration_date")->calendarWidget()->locale(), QLocale::c());
+        EXPECT_EQ(Open_Calendar(date)->locale(), QLocale::c());
     }
     QLocale::setDefault(before);
 }
@@ -651,9 +653,7 @@ TEST_F(TComponentWidgetTest, A_date_is_chosen_in_the_calendar)
     d_page.Set_Dates("Jan 5 2020", "Jan 6 2020");
     Take_Events();
 
-    QTest::mouseClick(Date(), Qt::LeftButton, Qt::NoModifier, QPoint(Date()->width() - 8, Date()->height() / 2));
-    ASSERT_TRUE(QTest::qWaitFor([] { return QApplication::activePopupWidget() != nullptr; }));
-    auto* days = QApplication::activePopupWidget()->findChild<QAbstractItemView*>();
+    auto* days = Open_Calendar(Date())->findChild<QAbstractItemView*>();
     ASSERT_NE(days, nullptr);
     QTest::keyClick(days, Qt::Key_Right);
     QTest::keyClick(days, Qt::Key_Return);

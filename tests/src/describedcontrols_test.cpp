@@ -1,6 +1,7 @@
 #include "core/entrydelegate.h"
 #include "core/messagebox.h"
 #include "core/optioneditor.h"
+#include "src/exportprogress.h"
 #include "src/namedialog.h"
 #include "tests/support/filledpages.h"
 
@@ -15,6 +16,7 @@
 #include <QDateTime>
 #include <QLabel>
 #include <QListWidget>
+#include <QProgressBar>
 #include <QPushButton>
 #include <QSpinBox>
 #include <QTest>
@@ -232,7 +234,7 @@ TEST_F(TDescribedControls, The_buttons_of_the_tool_bar_are_described)
 
 TEST_F(TDescribedControls, The_calendar_of_a_date_is_described)
 {
-    QCalendarWidget* calendar = Find<QDateEdit>("calibration_date")->calendarWidget();
+    QCalendarWidget* calendar = Open_Calendar(Find<QDateEdit>("calibration_date"));
 
     EXPECT_FALSE(calendar->toolTip().isEmpty());
     EXPECT_FALSE(calendar->whatsThis().isEmpty());
@@ -299,6 +301,16 @@ TEST(TDescribedDialogs, The_name_dialog_is_described)
 
     EXPECT_EQ(Focusable_Widgets(&dialog).size(), 3);
     EXPECT_EQ(What_Is_Missing(Focusable_Widgets(&dialog)), QStringList());
+}
+
+TEST(TDescribedDialogs, The_progress_of_an_export_is_described)
+{
+    TExportProgress progress(120);
+    progress.show();
+
+    EXPECT_EQ(Focusable_Widgets(&progress).size(), 1);
+    EXPECT_EQ(What_Is_Missing(Focusable_Widgets(&progress)), QStringList());
+    EXPECT_EQ(What_Is_Missing(Child<QProgressBar>(&progress, "progress_bar")), QStringList());
 }
 
 TEST(TDescribedDialogs, The_message_box_is_described)

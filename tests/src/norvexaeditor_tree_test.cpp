@@ -90,6 +90,22 @@ protected:
         Drop_Files({file.fileName()});
     }
 
+    // Components "Component 100" to "Component 299", many more than the tree can show.
+    static TBudgetFile Large_Budget()
+    {
+        TBudgetFile budget;
+        for (int number = 100; number < 300; ++number) {
+            budget.document.Add_Component(QString("Component %1").arg(number));
+        }
+        return budget;
+    }
+
+    bool Is_In_Sight(const QTreeWidgetItem* entry) const
+    {
+        const QRect place = Tree()->visualItemRect(entry);
+        return !place.isEmpty() && place.top() >= 0 && place.bottom() < Tree()->viewport()->height();
+    }
+
     QTreeWidgetItem* Component_Entry(int index) const { return Tree()->topLevelItem(0)->child(index); }
 
     void Click(QTreeWidgetItem* entry, Qt::KeyboardModifiers modifiers = Qt::NoModifier)
@@ -314,6 +330,44 @@ TEST_F(TNorvexaEditorTree, Nothing_becomes_current_in_a_tree_without_root_or_wit
     Tree()->addTopLevelItems({new QTreeWidgetItem(QStringList("1")), new QTreeWidgetItem(QStringList("2"))});
     d_editor.Select_BudgetTree_Item(QString(), QString());
     EXPECT_EQ(Selected_Entries(), QStringList());
+}
+
+// In sight
+
+TEST_F(TNorvexaEditorTree, An_entry_added_to_a_large_budget_is_in_sight)
+{
+    Open_Budget(Large_Budget());
+    Add_Item("Component 150", "Drift");
+
+    EXPECT_EQ(Selected_Entries(), QStringList("Drift"));
+    EXPECT_TRUE(Is_In_Sight(Tree()->currentItem()));
+}
+
+TEST_F(TNorvexaEditorTree, An_entry_added_while_another_page_is_in_front_is_in_sight_once_its_page_is)
+{
+    Open_Budget(Large_Budget());
+    Select_Entry("Component 150");
+    Tree()->scrollToTop();
+    Click_Tool("action_log");
+    d_answer.Type_Name("Drift");
+    Choose_In_Menu("Edit", "Add Budget Item");
+
+    Click_Tool("action_components");
+
+    EXPECT_EQ(Selected_Entries(), QStringList("Drift"));
+    EXPECT_TRUE(Is_In_Sight(Tree()->currentItem()));
+}
+
+TEST_F(TNorvexaEditorTree, The_current_entry_comes_back_into_sight_when_it_is_made_current_again)
+{
+    Open_Budget(Large_Budget());
+    d_editor.Select_BudgetTree_Item("Component 150", QString());
+    Tree()->scrollToTop();
+    ASSERT_FALSE(Is_In_Sight(Tree()->currentItem()));
+
+    d_editor.Select_BudgetTree_Item("Component 150", QString());
+
+    EXPECT_TRUE(Is_In_Sight(Tree()->currentItem()));
 }
 
 // Adding

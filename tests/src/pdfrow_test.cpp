@@ -101,3 +101,17 @@ TEST(TPlacedCells, A_number_wider_than_the_page_is_wrapped_in_its_own_columns)
     }
     EXPECT_EQ(whole, digits);
 }
+
+// To measure a text takes as long as to draw it.
+TEST(TPlacedCells, Measures_each_text_that_fits_once)
+{
+    QStringList measured;
+    const auto width = [&measured](const QString& text) {
+        measured << text;
+        return Width(text);
+    };
+
+    Placed_Cells({"", "Name", "1.00000", "2.00000"}, NAME_AND_NUMBERS, GEOMETRY, width, GAP);
+
+    EXPECT_EQ(measured, QStringList({"Name", "1.00000", "2.00000"}));
+}

@@ -1,4 +1,5 @@
 #include "core/messagebox.h"
+#include "src/exportprogress.h"
 #include "src/namedialog.h"
 #include "tests/support/filledpages.h"
 
@@ -284,9 +285,8 @@ TEST_P(TReadableTexts, Are_in_a_field_whose_expression_has_no_value)
 
 TEST_P(TReadableTexts, Are_in_the_calendar_of_a_date)
 {
-    auto* date = Find<QDateEdit>("calibration_date");
     Change_Theme();
-    const QCalendarWidget* calendar = date->calendarWidget();
+    const QCalendarWidget* calendar = Open_Calendar(Find<QDateEdit>("calibration_date"));
 
     for (const Qt::DayOfWeek day : {Qt::Monday, Qt::Saturday, Qt::Sunday}) {
         const QBrush text = calendar->weekdayTextFormat(day).foreground();
@@ -352,6 +352,17 @@ TEST_P(TReadableDialogs, Have_a_name_dialog_that_can_be_read)
 
     dialog.Set_Name("");
     EXPECT_EQ(TPaleTexts(&dialog).Lines(), QStringList());
+}
+
+TEST_P(TReadableDialogs, Have_a_progress_of_an_export_that_can_be_read)
+{
+    TExportProgress progress(120, nullptr, [] { return TExportProgress::PATIENCE_MS; });
+    progress.Go_On(60);
+    Change_Theme();
+    const TPaleTexts pale(&progress);
+
+    EXPECT_EQ(pale.Lines(), QStringList());
+    EXPECT_GE(pale.Seen().size(), 2);
 }
 
 TEST_P(TReadableDialogs, Have_a_message_box_that_can_be_read)

@@ -404,6 +404,31 @@ TEST_F(ReportGroupWidget, Shows_no_members_of_two_selected_groups_when_the_compo
     EXPECT_EQ(Changes(), 0);
 }
 
+TEST_F(ReportGroupWidget, Leaves_the_list_as_it_is_when_the_same_components_come_again)
+{
+    Fill();
+    Click_Group(1);
+    Click_Component(2);
+
+    d_page.Update_Reportable_Components(COMPONENTS);
+
+    EXPECT_EQ(Component_List()->currentRow(), 2);
+    EXPECT_EQ(Texts(Component_List()), COMPONENTS);
+    EXPECT_EQ(Selected_Components(), QStringList({"Scale", "Scale - Error"}));
+    EXPECT_EQ(Changes(), 1); // the click
+}
+
+TEST_F(ReportGroupWidget, Shows_no_members_of_two_selected_groups_when_the_same_components_come_again)
+{
+    Fill();
+    Click_Group(0);
+    Click_Group(1, Qt::ControlModifier);
+
+    d_page.Update_Reportable_Components(COMPONENTS);
+
+    EXPECT_EQ(Selected_Components(), QStringList());
+}
+
 TEST_F(ReportGroupWidget, Goes_while_an_entry_is_edited)
 {
     auto* page = new TReportGroupWidget;

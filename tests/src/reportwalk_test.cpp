@@ -786,3 +786,41 @@ TEST_F(ReportWalk, Lets_the_listener_replace_a_data_variable_that_fails)
 
     EXPECT_EQ(replacer.events.filter("Drift"), QStringList("Scale: item Drift = 1"));
 }
+
+// Several lengths
+
+TEST_F(ReportWalk, Yields_over_several_lengths_what_a_walk_of_its_own_yields_at_each)
+{
+    document = Document({Component("Scale", {Item("Drift", "Bend*L"), Item("Joint", "L*0+Late")}),
+                         Component("Beam", {Item("Load", "3", TNorvexaData::LENGTH_DEPENDENT_LINEAR)})});
+    const TRecords variables = {Variable_Record("Bend", "Beam")};
+    const TRecords groups = {Record("Scale", {Variable("L")})};
+    TReportWalk walk(&document, variables, groups);
+
+    for (const double length : {100.0, 200.0, 300.0}) {
+        TRecorder over_several;
+        EXPECT_TRUE(walk.Evaluate(length, &over_several));
+        EXPECT_TRUE(Walk(variables, groups, length));
+
+        EXPECT_EQ(over_several.events, told.events);
+        EXPECT_EQ(over_several.rows, told.rows);
+        EXPECT_EQ(over_several.finished_rows, told.finished_rows);
+        document.Add_Expression_Variable("Late", 5.0); // an item that failed at the first length has a value now
+    }
+    EXPECT_EQ(told.events.filter("Bend"), QStringList("Beam: data variable Bend = 0.9"));
+}
+
+TEST_F(ReportWalk, Finds_mixed_units_anew_at_each_length)
+{
+    document = Document({Component("Scale", {Item("Drift", "1")}), Component("Room", {Temperature_Item("Cycle")})});
+    const TRecords variables;
+    const TRecords groups = {Record("Scale"), Record("Room")};
+    TReportWalk walk(&document, variables, groups);
+
+    for (const double length : {100.0, 200.0}) {
+        TRecorder over_several;
+        EXPECT_FALSE(walk.Evaluate(length, &over_several));
+        EXPECT_EQ(over_several.events, QStringList({"Scale: starts", "Scale: item Drift = 1",
+                                                    "Scale: ends for the group", "Room: starts", "units are mixed"}));
+    }
+}

@@ -132,6 +132,20 @@ TEST_F(TReportWidgetExport, Names_are_compared_exactly)
                            ",,Drift ,0.003000000,0.003000000"}));
 }
 
+TEST_F(TReportWidgetExport, Records_find_their_items_in_whatever_order_a_length_brings_them)
+{
+    for (const TItem& item : {Item("Drift", 1.0), Item("Noise", 2.0), Item("Drift", 3.0)}) {
+        d_page.Add_Export_Data(Record("Scale", {item}), 0.0);
+    }
+    for (const TItem& item : {Item("Noise", 20.0), Item("Drift", 10.0), Item("Drift", 30.0)}) {
+        d_page.Add_Export_Data(Record("Scale", {item}), 50.0);
+    }
+
+    EXPECT_EQ(Data_Section().mid(2, 3),
+              QStringList({",Source,Drift,1.000000000,10.000000000", ",,Noise,2.000000000,20.000000000",
+                           ",,Drift,3.000000000,30.000000000"}));
+}
+
 TEST_F(TReportWidgetExport, An_item_that_the_group_reports_twice_counts_twice)
 {
     for (const double length : {0.0, 50.0}) {

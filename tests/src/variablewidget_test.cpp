@@ -978,6 +978,22 @@ TEST_F(VariableWidget, Is_silent_when_the_components_change_while_a_selection_li
     EXPECT_EQ(Changes(), 0);
 }
 
+TEST_F(VariableWidget, Leaves_an_open_selection_list_open_when_the_same_components_come_again)
+{
+    d_page.Update_Variable_List({"Probe", "Thermometer"});
+    d_page.Add_Optional_Variables(TWO_VARIABLES);
+    Click_Cell(10, 1);
+    ASSERT_NE(Open_Combo(), nullptr);
+
+    d_page.Update_Variable_List({"Probe", "Thermometer"});
+    QApplication::processEvents();
+
+    ASSERT_NE(Open_Combo(), nullptr);
+    Choose_Entry(Open_Combo(), "Probe");
+    EXPECT_THAT(User_Variables(), ElementsAre(Is_Variable("Air", "Probe"), Is_Variable("Force", "Probe")));
+    EXPECT_EQ(Changes(), 1);
+}
+
 TEST_F(VariableWidget, Keeps_the_selected_row_when_the_components_change)
 {
     d_page.Add_Optional_Variables(TWO_VARIABLES);

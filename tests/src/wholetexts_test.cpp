@@ -1,6 +1,7 @@
 #include "core/messagebox.h"
 #include "core/optioneditor.h"
 #include "src/calibrationdateedit.h"
+#include "src/exportprogress.h"
 #include "src/namedialog.h"
 #include "src/titlelabel.h"
 #include "tests/support/filledpages.h"
@@ -257,6 +258,14 @@ TEST(TWholeTextsOfDialogs, The_name_dialog_shows_its_texts_whole)
     dialog.show();
 
     EXPECT_EQ(TCutTexts(&dialog).Lines(), QStringList());
+}
+
+TEST(TWholeTextsOfDialogs, The_progress_of_an_export_shows_its_texts_whole)
+{
+    TExportProgress progress(121, nullptr, [] { return TExportProgress::PATIENCE_MS; });
+    progress.Go_On(120);
+
+    EXPECT_EQ(TCutTexts(&progress).Lines(), QStringList());
 }
 
 TEST(TWholeTextsOfDialogs, The_message_box_shows_its_texts_whole)

@@ -1,7 +1,9 @@
 #include "tests/support/guiacts.h"
 
 #include <QApplication>
+#include <QCalendarWidget>
 #include <QClipboard>
+#include <QDateEdit>
 #include <QTabBar>
 #include <QTest>
 
@@ -85,6 +87,18 @@ void Choose_Entry(QComboBox* combo, const QString& text)
     if (!QTest::qWaitFor([list]() { return !list->isVisible(); })) {
         Fail_Missing("closed list of choices");
     }
+}
+
+QCalendarWidget* Open_Calendar(QDateEdit* date)
+{
+    constexpr int ARROW_FROM_EDGE = 8;
+
+    QTest::mouseClick(date, Qt::LeftButton, Qt::NoModifier,
+                      QPoint(date->width() - ARROW_FROM_EDGE, date->height() / 2));
+    if (!QTest::qWaitFor([date] { return date->calendarWidget()->isVisible(); })) {
+        Fail_Missing("opened calendar");
+    }
+    return date->calendarWidget();
 }
 
 void Select_Tab(QTabWidget* tabs, const QString& text)

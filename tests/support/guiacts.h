@@ -8,6 +8,9 @@
 #include <QTabWidget>
 #include <QWidget>
 
+class QCalendarWidget;
+class QDateEdit;
+
 /// Small acts of a user that several GUI tests need, done with mouse and keyboard on shown widgets. What an act needs
 /// and does not find (a widget, an entry, a tab) it reports by std::runtime_error, which fails the test.
 
@@ -39,6 +42,9 @@ void Paste_Text(QLineEdit* field, const QString& text);
 
 /// Chooses the entry `text` with the mouse in the opened list of the combo box.
 void Choose_Entry(QComboBox* combo, const QString& text);
+
+/// Clicks the arrow of a date editor, which must be enabled, and returns the calendar that opens.
+QCalendarWidget* Open_Calendar(QDateEdit* date);
 
 /// Clicks the tab with that text.
 void Select_Tab(QTabWidget* tabs, const QString& text);
