@@ -34,10 +34,10 @@ As_One_Source() {
 }
 
 echo "Checking the sources with clang-tidy"
-batched=('tests/*_test.cpp' 'tests/monkey/*.cpp' 'tests/tour/*.cpp')
+batched=('benchmarks/*.cpp' 'tests/*_test.cpp' 'tests/monkey/*.cpp' 'tests/tour/*.cpp')
 git ls-files '*.cpp' "${batched[@]/#/:!}" | xargs --max-procs="$(nproc)" --max-args=4 clang-tidy -p build/dev --quiet
 
-echo "Checking the tests with clang-tidy"
+echo "Checking the tests and the benchmarks with clang-tidy"
 batches=$data/tests
 mkdir "$batches"
 cp .clang-tidy "$batches"

@@ -7,6 +7,8 @@ packages=(
     g++ cmake ninja-build qtbase5-dev
     # tests and checks
     libgtest-dev libgmock-dev clang-format clang-tidy gcovr strace poppler-utils libxml2-utils
+    # benchmarks
+    libbenchmark-dev libmuparser-dev
     # fuzzing
     clang libclang-rt-dev
     # the package, and what the desktop is told of the program

@@ -1,0 +1,50 @@
+#include "benchmarks/reportwindow.h"
+
+#include <QApplication>
+#include <QTreeWidget>
+
+#include <benchmark/benchmark.h>
+
+namespace {
+
+QList<QTreeWidgetItem*> Rows(const QList<QStringList>& texts)
+{
+    QList<QTreeWidgetItem*> rows;
+    rows.reserve(texts.size());
+    for (const QStringList& row_texts : texts) {
+        rows << new QTreeWidgetItem(row_texts);
+    }
+    return rows;
+}
+
+void Report_By_Program(benchmark::State& state)
+{
+    TReportWindow window;
+
+    while (state.KeepRunning()) {
+        window.Show_Report();
+    }
+}
+
+void Report_Bare(benchmark::State& state)
+{
+    const QList<QStringList> texts = TReportWindow().Report_Texts();
+    QTreeWidget table;
+    table.setColumnCount(texts.first().size());
+    table.resize(1000, 600);
+    table.show();
+
+    while (state.KeepRunning()) {
+        table.clear();
+        table.addTopLevelItems(Rows(texts));
+        for (int column = 0; column < table.columnCount(); ++column) {
+            table.resizeColumnToContents(column);
+        }
+        QApplication::processEvents();
+    }
+}
+
+} // namespace
+
+BENCHMARK(Report_By_Program)->Name("Report/screen_1000_items/program")->Unit(benchmark::kMillisecond);
+BENCHMARK(Report_Bare)->Name("Report/screen_1000_items/bare")->Unit(benchmark::kMillisecond);
