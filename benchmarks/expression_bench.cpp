@@ -149,6 +149,7 @@ private:
 std::vector<QString> Texts()
 {
     std::vector<QString> texts;
+    texts.reserve(TEXTS.size());
     for (const std::string& text : TEXTS) {
         texts.push_back(QString::fromStdString(text));
     }

@@ -8,7 +8,7 @@ namespace {
 constexpr int COMPONENTS = 20;
 constexpr int ITEMS = 50;
 constexpr int IDENTIFIERS = 3;
-constexpr int GROUPS = 10;
+constexpr int REPORT_GROUPS = 10;
 
 // As metrologists write them: readings, limits and the ways in which temperature and length come in.
 constexpr std::array<const char*, 10> EXPRESSIONS = {
@@ -24,7 +24,7 @@ constexpr std::array<const char*, 10> EXPRESSIONS = {
     "0.0008*L^0.5/31.6",
 };
 
-QString Component_Name(int component)
+QString Numbered_Component(int component)
 {
     return QString("Component %1").arg(component + 1, 2, 10, QChar('0'));
 }
@@ -52,7 +52,7 @@ TNorvexaData::TComponentItem Item(int index)
 TNorvexaData::TComponent Component(int index)
 {
     TNorvexaData::TComponent component;
-    component.name = Component_Name(index);
+    component.name = Numbered_Component(index);
     component.length = 300.0;
     component.limit_uncertainty_length = index % 2 == 1;
     for (int item = 0; item < ITEMS; ++item) {
@@ -66,14 +66,14 @@ TNorvexaData::TComponent Component(int index)
 
 std::vector<TGroup> Groups()
 {
-    std::vector<TGroup> groups(GROUPS);
-    for (int group = 0; group < GROUPS; ++group) {
+    std::vector<TGroup> groups(REPORT_GROUPS);
+    for (int group = 0; group < REPORT_GROUPS; ++group) {
         groups[static_cast<std::size_t>(group)].name = QString("Group %1").arg(group + 1);
     }
     for (int component = 0; component < COMPONENTS; ++component) {
-        groups.front().items << Component_Name(component);
+        groups.front().items << Numbered_Component(component);
         if (component / 2 > 0) {
-            groups[static_cast<std::size_t>(component / 2)].items << Component_Name(component);
+            groups[static_cast<std::size_t>(component / 2)].items << Numbered_Component(component);
         }
     }
     return groups;
@@ -85,7 +85,7 @@ TReportBudget Report_Budget()
 {
     TReportBudget budget;
     for (int index = 0; index < COMPONENTS; ++index) {
-        budget.document.Add_Component(Component_Name(index));
+        budget.document.Add_Component(Numbered_Component(index));
         budget.document.Update_Component(Component(index));
     }
     budget.groups = Groups();
