@@ -1,3 +1,4 @@
+#include "benchmarks/child.h"
 #include "benchmarks/largebudget.h"
 #include "src/norvexaeditor.h"
 
@@ -49,16 +50,6 @@ void Press(QWidget* widget, Qt::Key key, const QString& text = QString())
         QKeyEvent event(type, key, Qt::NoModifier, text);
         QApplication::sendEvent(widget, &event);
     }
-}
-
-template <typename T>
-T* Child(const QObject& parent, const QString& name)
-{
-    T* const child = parent.findChild<T*>(name);
-    if (child == nullptr) {
-        throw std::runtime_error("no child " + name.toStdString());
-    }
-    return child;
 }
 
 /// The main window with a large budget, of which an item of the last component is selected.

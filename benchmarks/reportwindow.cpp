@@ -1,5 +1,6 @@
 #include "benchmarks/reportwindow.h"
 
+#include "benchmarks/child.h"
 #include "benchmarks/reportbudget.h"
 
 #include <QApplication>
@@ -11,22 +12,6 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QTreeWidget>
-
-#include <stdexcept>
-
-namespace {
-
-template <typename T>
-T* Child(const QObject& parent, const QString& name)
-{
-    T* const child = parent.findChild<T*>(name);
-    if (child == nullptr) {
-        throw std::runtime_error("no child " + name.toStdString());
-    }
-    return child;
-}
-
-} // namespace
 
 TReportWindow::TReportWindow()
 {
