@@ -44,7 +44,9 @@ cp .clang-tidy "$batches"
 git ls-files "${batched[@]}" | xargs --max-args=12 | while read -r -a files; do
     As_One_Source "${files[@]}" > "$batches/from_$(basename "${files[0]}")"
 done
-mapfile -t flags < <(pkg-config --cflags Qt5PrintSupport Qt5Test Qt5Widgets Qt5Xml | xargs --max-args=1)
+# In a text of its own: a command that fails within <( ) ends nothing.
+qt_flags=$(pkg-config --cflags Qt5PrintSupport Qt5Test Qt5Widgets Qt5Xml)
+read -r -a flags <<< "$qt_flags"
 flags+=(-std=c++17 -fPIC -I. -Wno-everything)
 for text in DOCS EXAMPLES PROGRAM PUBLISHER SAVER SCALE_FACTOR TEST_DATA; do
     flags+=("-DNORVEXA_$text=\"\"")

@@ -4,7 +4,7 @@ set -euo pipefail
 
 packages=(
     # build
-    g++ cmake ninja-build qtbase5-dev
+    g++ cmake ninja-build qtbase5-dev pkg-config
     # tests and checks
     libgtest-dev libgmock-dev clang-format clang-tidy gcovr strace poppler-utils libxml2-utils
     # benchmarks
