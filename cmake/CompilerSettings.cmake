@@ -12,6 +12,8 @@ target_compile_options(norvexa_settings INTERFACE
     -fmacro-prefix-map=${PROJECT_SOURCE_DIR}=..
     # Fused multiply-adds would change the last digit from machine to machine.
     -ffp-contract=off
+    # Nobody replaces a function of the program at run time: each may be inlined into the others of its source.
+    -fno-semantic-interposition
     $<$<BOOL:${NORVEXA_WARNINGS_AS_ERRORS}>:-Werror>)
 
 if(NORVEXA_SANITIZE)

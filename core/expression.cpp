@@ -1,6 +1,7 @@
 #include "core/expression.h"
 
 #include "core/assertion.h"
+#include "core/characterblock.h"
 #include "core/expressionpattern.h"
 #include "core/expressionscan.h"
 #include "core/expressiontokens.h"
@@ -21,25 +22,46 @@ void Set_Flag(bool* flag, bool value)
     }
 }
 
+/// Writes the character in capitals to `converted`, if it is no white space. Returns where the next one goes to; null
+/// if it is not ASCII.
+QChar* Convert_ASCII_Character(QChar character, QChar* converted)
+{
+    const ushort code = character.unicode();
+
+    if (code >= 128) {
+        return nullptr;
+    }
+    if (code <= ' ' && character.isSpace()) {
+        return converted;
+    }
+    *converted = code >= 'a' && code <= 'z' ? QChar(code - ('a' - 'A')) : character;
+    return converted + 1;
+}
+
 /// Writes `text` in capitals and without white space to `converted`, which has room for all of it. Returns its new
 /// length; NOT_FOUND if it is not all ASCII.
-int Convert_ASCII(const QString& text, QChar* converted)
+int Convert_ASCII(const QString& text, QChar* const converted)
 {
-    const QChar* const begin = converted;
+    const QChar* const characters = text.constData();
+    QChar* next = converted;
+    int position = 0;
 
-    for (const QChar character : text) {
-        const ushort code = character.unicode();
+    while (position < text.size()) {
+        if (text.size() - position >= BLOCK_SIZE && All_Hold(Are_Printable(Block_At(characters + position)))) {
+            const TCharacterBlock capitals = Capitals(Block_At(characters + position));
 
-        if (code >= 128) {
-            return NOT_FOUND;
-        }
-        if (code >= 'a' && code <= 'z') {
-            *converted++ = QChar(code - ('a' - 'A'));
-        } else if (code > ' ' || !character.isSpace()) {
-            *converted++ = character;
+            Write_Block(capitals, next);
+            next += BLOCK_SIZE;
+            position += BLOCK_SIZE;
+        } else {
+            next = Convert_ASCII_Character(characters[position], next);
+            ++position;
+            if (next == nullptr) {
+                return NOT_FOUND;
+            }
         }
     }
-    return static_cast<int>(converted - begin);
+    return static_cast<int>(next - converted);
 }
 
 /// Where the argument of the function at the beginning begins in its text; NOT_FOUND if no function stands there.

@@ -106,7 +106,7 @@ public:
 
 private:
     TScanResult Run();
-    void Step();
+    void Take_Token(const TExpressionToken& token);
 
     void Begin_Scan(TScanKind kind, int begin, int end, int close);
     void Begin_Group();
@@ -148,29 +148,27 @@ TScanResult TScanner::Function()
 TScanResult TScanner::Run()
 {
     while (!d_scans.empty()) {
-        Step();
+        TScan& scan = d_scans.top();
+
+        while (scan.position != scan.end && d_tokens.At(scan.position).kind == TExpressionToken::NUMBER) {
+            ++scan.position;
+        }
+        if (scan.position == scan.end) {
+            Complete_Scan();
+        } else {
+            Take_Token(d_tokens.At(scan.position));
+        }
     }
     return d_result;
 }
 
-void TScanner::Step()
+void TScanner::Take_Token(const TExpressionToken& token)
 {
-    TScan& scan = d_scans.top();
-
-    while (scan.position != scan.end && d_tokens.At(scan.position).kind == TExpressionToken::NUMBER) {
-        ++scan.position;
-    }
-    if (scan.position == scan.end) {
-        Complete_Scan();
-        return;
-    }
-    const TExpressionToken& token = d_tokens.At(scan.position);
-
     if (token.kind == TExpressionToken::OPERATOR) {
         Take_Operator(token.oper);
     } else if (token.kind == TExpressionToken::OPEN_GROUP) {
         Begin_Group();
-    } else if (!Begin_Function(scan.position, scan.end)) {
+    } else if (!Begin_Function(d_scans.top().position, d_scans.top().end)) {
         End_Scan(TScanResult());
     }
 }
@@ -284,8 +282,8 @@ bool TScanner::Push_Operand()
     return true;
 }
 
-/// A literal is one number, with a sign at most. Two in a row have two points and make none: all but the first are
-/// values of variables.
+/// A literal is one number, with a sign at most. Two in a row make none: one of them is the value of a variable, which
+/// has a point of its own, and digits that stand beside a variable touch it with a point.
 bool TScanner::Push_Literal(int begin, int end)
 {
     if (begin == end || end - begin > 2) {
@@ -308,9 +306,9 @@ void TScanner::Reduce(int precedence)
 {
     while (d_oper_stack.size() > d_scans.top().operators && Operator_Precedence(d_oper_stack.top()) >= precedence) {
         const double right = Popped(&d_number_stack);
-        const double left = Popped(&d_number_stack);
+        double& left = d_number_stack.top();
 
-        d_number_stack.push(Operator_Result(left, Popped(&d_oper_stack), right));
+        left = Operator_Result(left, Popped(&d_oper_stack), right);
     }
 }
 

@@ -9,11 +9,6 @@ namespace {
 const QLatin1String SUM_OF_SQUARES("SUMSQ(");
 const QLatin1String SQUARE_ROOT("SQRT(");
 
-bool Is_Digit(QChar character)
-{
-    return character >= '0' && character <= '9';
-}
-
 /// The number that `magnitude` reads as once it is written with 16 decimals. From a half on that is the number itself:
 /// numbers lie further apart there than texts. Below, the units of the last decimal are counted without an error, ties
 /// away from zero as Qt writes them.
@@ -29,82 +24,104 @@ double As_Written(double magnitude)
         return magnitude;
     }
     int exponent = 0;
-    const auto mantissa = static_cast<TWide>(std::frexp(magnitude, &exponent) * mantissas);
+    const auto mantissa = static_cast<quint64>(std::frexp(magnitude, &exponent) * mantissas);
     const int shift = mantissa_bits - exponent;
 
     if (shift >= smallest_shift_to_zero) {
         return 0.0;
     }
-    const TWide units = (mantissa * static_cast<TWide>(units_of_one) + (static_cast<TWide>(1) << (shift - 1))) >> shift;
+    const TWide units =
+        (static_cast<TWide>(mantissa) * static_cast<quint64>(units_of_one) + (static_cast<TWide>(1) << (shift - 1))) >>
+        shift;
     return static_cast<double>(static_cast<quint64>(units)) / units_of_one;
 }
 
-struct TNumber
+/// Whether a word begins there.
+bool Begins_Word(QStringView text, int position)
 {
-    double value = 0.0;
-    bool is_valid = false;
-};
+    return Is_Word_Character(text[position]) && (position == 0 || !Is_Word_Character(text[position - 1]));
+}
 
-/// Digits with a point among them. Up to 15 of them the quotient of two numbers that are exact is, rounded once, what
-/// the text reads as.
-TNumber Read_Number(QStringView text)
+/// The function that the text begins with, in any case; OTHER if none does.
+TExpressionToken::TKind Function_At(QStringView text)
 {
-    static constexpr double powers[] = {1e0, 1e1, 1e2,  1e3,  1e4,  1e5,  1e6,  1e7,
-                                        1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14, 1e15};
-    static constexpr int exact_characters = 16;
-    qint64 digits = 0;
-    qsizetype decimals = 0;
-    int points = 0;
-
-    for (qsizetype index = 0; index < text.size() && index < exact_characters; ++index) {
-        if (text[index] == '.') {
-            ++points;
-            decimals = text.size() - index - 1;
-        } else {
-            digits = digits * 10 + (text[index].unicode() - '0');
+    // Most texts are in capitals, and a comparison without regard to case is a long one.
+    for (const Qt::CaseSensitivity sensitivity : {Qt::CaseSensitive, Qt::CaseInsensitive}) {
+        if (text.startsWith(SQUARE_ROOT, sensitivity)) {
+            return TExpressionToken::SQUARE_ROOT;
+        }
+        if (text.startsWith(SUM_OF_SQUARES, sensitivity)) {
+            return TExpressionToken::SUM_OF_SQUARES;
         }
     }
-    const bool is_short = text.size() - points < exact_characters;
+    return TExpressionToken::OTHER;
+}
 
-    if (is_short && (points == 0 || (points == 1 && decimals > 0 && decimals < text.size() - 1))) {
-        return {static_cast<double>(digits) / powers[decimals], true};
+/// Digits and points as they are read one after the other.
+struct TDigits
+{
+    bool Take(QChar character);
+    bool Are_Short_Number() const;
+    double Short_Number() const;
+
+    quint64 number = 0; ///< that the digits make, without regard to points
+    int count = 0;
+    int points = 0;
+    int before_point = 0; ///< digits in front of the last point
+};
+
+/// False for a character that is neither.
+bool TDigits::Take(QChar character)
+{
+    if (Is_Digit(character)) {
+        number = number * 10 + (character.unicode() - '0');
+        ++count;
+        return true;
     }
-    TNumber number;
-    number.value = text.toString().toDouble(&number.is_valid);
-    return number;
+    if (character == '.') {
+        before_point = count;
+        ++points;
+        return true;
+    }
+    return false;
+}
+
+bool TDigits::Are_Short_Number() const
+{
+    constexpr int exact_digits = 15;
+
+    return count <= exact_digits && (points == 0 || (points == 1 && before_point > 0 && before_point < count));
+}
+
+/// The quotient of two numbers that are exact is, rounded once, what the text reads as.
+double TDigits::Short_Number() const
+{
+    static constexpr double powers[] = {1e0, 1e1, 1e2, 1e3, 1e4, 1e5, 1e6, 1e7, 1e8, 1e9, 1e10, 1e11, 1e12, 1e13, 1e14};
+
+    return static_cast<double>(number) / powers[points == 0 ? 0 : count - before_point];
 }
 
 } // namespace
 
 TExpressionTokens::TExpressionTokens(QStringView text)
 {
-    for (int position = 0; position < text.size();) {
-        position = Append_Next(text, position);
-    }
+    Append_All(text, nullptr);
 }
 
 TExpressionTokens::TExpressionTokens(QStringView text, const TExpressionWords& words)
 {
-    bool is_in_word = false;
+    Append_All(text, &words);
+}
 
+void TExpressionTokens::Append_All(QStringView text, const TExpressionWords* words)
+{
     for (int position = 0; position < text.size();) {
-        const bool was_in_word = is_in_word;
-        is_in_word = Is_Word_Character(text[position]);
-        int next = position;
-
-        if (is_in_word && !was_in_word && !Is_Digit(text[position])) {
-            next = Append_Variable(text, position, words);
-        }
-        if (next == position) {
-            next = Append_Next(text, position);
-            is_in_word = Is_Word_Character(text[next - 1]);
-        }
-        position = next;
+        position = Append_Next(text, position, words);
     }
 }
 
 /// Returns the position behind what it appended, as do the next ones.
-int TExpressionTokens::Append_Next(QStringView text, int position)
+int TExpressionTokens::Append_Next(QStringView text, int position, const TExpressionWords* words)
 {
     const QChar character = text[position];
 
@@ -126,8 +143,15 @@ int TExpressionTokens::Append_Next(QStringView text, int position)
         Append_Comma();
         return position + 1;
     default:
-        return Is_Digit(character) || character == '.' ? Append_Digits(text, position) : Append_Other(text, position);
+        break;
     }
+    if (Is_Digit(character) || character == '.') {
+        return Append_Digits(text, position);
+    }
+    const int next =
+        words != nullptr && Begins_Word(text, position) ? Append_Variable(text, position, *words) : position;
+
+    return next == position ? Append_Other(text, position) : next;
 }
 
 /// Appends nothing if the word at `position` names no variable.
@@ -137,7 +161,7 @@ int TExpressionTokens::Append_Variable(QStringView text, int position, const TEx
     while (end < text.size() && Is_Word_Character(text[end])) {
         ++end;
     }
-    const TExpression::TVariable* const variable = words.Find(text.mid(position, end - position));
+    const TExpression::TVariable* const variable = words.Find(QStringView(text.data() + position, end - position));
 
     if (variable == nullptr) {
         return position;
@@ -212,28 +236,36 @@ void TExpressionTokens::Append_Comma()
 
 int TExpressionTokens::Append_Digits(QStringView text, int position)
 {
-    int end = position + 1;
-    while (end < text.size() && (Is_Digit(text[end]) || text[end] == '.')) {
+    TDigits digits;
+    int end = position;
+
+    while (end < text.size() && digits.Take(text[end])) {
         ++end;
     }
-    const TNumber number = Read_Number(text.mid(position, end - position));
+    if (digits.Are_Short_Number()) {
+        Append_Number(digits.Short_Number(), true);
+    } else {
+        bool is_valid = false;
+        const double value = text.mid(position, end - position).toString().toDouble(&is_valid);
 
-    Append_Number(number.value, number.is_valid);
+        Append_Number(value, is_valid);
+    }
     return end;
 }
 
 int TExpressionTokens::Append_Other(QStringView text, int position)
 {
-    const QStringView rest = text.mid(position);
+    const TExpressionToken::TKind kind = Function_At(text.mid(position));
 
-    if (rest.startsWith(SUM_OF_SQUARES, Qt::CaseInsensitive)) {
-        Append_Opening(TExpressionToken::SUM_OF_SQUARES);
-        return position + SUM_OF_SQUARES.size();
-    }
-    if (rest.startsWith(SQUARE_ROOT, Qt::CaseInsensitive)) {
-        Append_Opening(TExpressionToken::SQUARE_ROOT);
+    switch (kind) {
+    case TExpressionToken::SQUARE_ROOT:
+        Append_Opening(kind);
         return position + SQUARE_ROOT.size();
+    case TExpressionToken::SUM_OF_SQUARES:
+        Append_Opening(kind);
+        return position + SUM_OF_SQUARES.size();
+    default:
+        Append(kind);
+        return position + 1;
     }
-    Append(TExpressionToken::OTHER);
-    return position + 1;
 }

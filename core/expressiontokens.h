@@ -17,7 +17,7 @@ struct TExpressionToken
         SUM_OF_SQUARES, ///< "SUMSQ(" in any case
         CLOSE,          ///< a closing parenthesis
         COMMA,
-        OTHER ///< a character that belongs nowhere
+        OTHER ///< what belongs nowhere: a character, or a value that is not finite
     };
 
     TKind kind = OTHER;
@@ -52,7 +52,8 @@ public:
     int Comma(int number) const { return d_commas[number]; }
 
 private:
-    int Append_Next(QStringView text, int position);
+    void Append_All(QStringView text, const TExpressionWords* words);
+    int Append_Next(QStringView text, int position, const TExpressionWords* words);
     int Append_Variable(QStringView text, int position, const TExpressionWords& words);
     void Append_Value(double value);
     void Append(TExpressionToken::TKind kind);

@@ -1,66 +1,66 @@
 #include "core/expressionwords.h"
 
+#include "core/characterblock.h"
+
 #include <algorithm>
-#include <array>
 
 namespace {
 
-// Kinds of characters, as regular expressions tell those of a word from others.
-constexpr unsigned LETTER = 1; // and what else may stand in a word
-constexpr unsigned DIGIT = 2;
-constexpr unsigned SIGN = 4;
-constexpr unsigned FOREIGN = 8; // not ASCII
-
-constexpr unsigned ASCII_END = 128;
-
-constexpr unsigned char ASCII_Kind(unsigned code)
+/// Tells whether names are words of ASCII. Each evaluation looks at all characters of all names, more of them than its
+/// text has.
+class TPlainWords
 {
-    const unsigned letter = code | 0x20;
+public:
+    void Add(const QString& name);
+    bool Are_Plain() const { return All_Hold(d_are_of_words) && d_least_first > '9'; }
 
-    return (letter >= 'a' && letter <= 'z') || code == '_' ? LETTER : code >= '0' && code <= '9' ? DIGIT : SIGN;
+private:
+    TCharacterBlock d_are_of_words = ~TCharacterBlock();
+    ushort d_least_first = 'z'; ///< the least code of all that come first
+};
+
+/// Whether all characters of a name, a block of them at least, are those of words. The last block may overlap the one
+/// in front of it.
+TCharacterBlock Are_All_Of_Words(const QChar* characters, int size)
+{
+    TCharacterBlock are_of_words = Are_Of_Words(Block_At(characters + size - BLOCK_SIZE));
+
+    for (int position = BLOCK_SIZE; position < size; position += BLOCK_SIZE) {
+        are_of_words &= Are_Of_Words(Block_At(characters + position - BLOCK_SIZE));
+    }
+    return are_of_words;
 }
 
-constexpr std::array<unsigned char, ASCII_END> ASCII_Kinds()
+void TPlainWords::Add(const QString& name)
 {
-    std::array<unsigned char, ASCII_END> kinds = {};
+    const QChar* const characters = name.constData();
+    const int size = name.size();
 
-    for (unsigned code = 0; code < ASCII_END; ++code) {
-        kinds[code] = ASCII_Kind(code);
-    }
-    return kinds;
+    d_are_of_words &= size < BLOCK_SIZE ? Are_Of_Words(Block_Of_Short(characters, static_cast<unsigned>(size)))
+                                        : Are_All_Of_Words(characters, size);
+    d_least_first = std::min(d_least_first, characters->unicode());
 }
 
-constexpr std::array<unsigned char, ASCII_END> KINDS = ASCII_Kinds();
-
-unsigned Kind(QChar character)
+bool Are_Plain_Words(const std::vector<TExpression::TVariable>& variables)
 {
-    if (character.unicode() < ASCII_END) {
-        return KINDS[character.unicode()];
-    }
-    return character.isLetterOrNumber() || character.isMark() ? LETTER : SIGN;
-}
+    TPlainWords words;
 
-/// The kinds of all characters of a name together. A digit that comes first counts as a sign.
-unsigned Kinds(const QString& name)
-{
-    const QChar* character = name.constData();
-    const QChar* const end = character + name.size();
-    unsigned kinds = character == end || KINDS[character->unicode() % ASCII_END] == DIGIT ? SIGN : 0;
-    unsigned codes = 0;
-
-    for (; character != end; ++character) {
-        codes |= character->unicode();
-        kinds |= KINDS[character->unicode() % ASCII_END];
+    for (const TExpression::TVariable& variable : variables) {
+        words.Add(variable.name);
     }
-    return codes < ASCII_END ? kinds : FOREIGN;
+    return words.Are_Plain();
 }
 
 bool Is_Word(const TExpression::TVariable& variable)
 {
     const QString& name = variable.name;
 
-    return !name.isEmpty() && Kind(name.front()) == LETTER &&
-           std::none_of(name.begin(), name.end(), [](QChar character) { return Kind(character) == SIGN; });
+    return !name.isEmpty() && !Is_Digit(name.front()) && std::all_of(name.begin(), name.end(), Is_Word_Character);
+}
+
+bool Is_Longer(const TExpression::TVariable& one, const TExpression::TVariable& other)
+{
+    return one.name.size() > other.name.size();
 }
 
 ushort Capital(QChar character)
@@ -70,54 +70,47 @@ ushort Capital(QChar character)
     return code >= 'a' && code <= 'z' ? code - ('a' - 'A') : code;
 }
 
-bool Is_Longer(const TExpression::TVariable& one, const TExpression::TVariable& other)
-{
-    return one.name.size() > other.name.size();
-}
-
-/// `word` is in capitals and as long as `name`.
+/// `word` is in capitals and as long as `name`. Names of one length mostly differ at their ends: CTEm, CTEc, CTEd.
 bool Is_Same(QStringView word, const QString& name)
 {
-    return std::equal(word.begin(), word.end(), name.begin(),
-                      [](QChar character, QChar other) { return character.unicode() == Capital(other); });
+    const QChar* const characters = name.constData();
+    qsizetype index = word.size();
+
+    while (index > 0 && word[index - 1].unicode() == Capital(characters[index - 1])) {
+        --index;
+    }
+    return index == 0;
 }
 
 } // namespace
 
-TExpressionWords::TExpressionWords(const std::vector<TExpression::TVariable>& variables) : d_variables(variables)
+TExpressionWords::TExpressionWords(const std::vector<TExpression::TVariable>& variables) : d_variables(&variables)
 {
-    unsigned kinds = 0;
-
-    for (const TExpression::TVariable& variable : variables) {
-        kinds |= Kinds(variable.name);
-    }
-    if (kinds & FOREIGN) {
+    if (!Are_Plain_Words(variables)) {
         Convert_Names();
-    } else {
-        d_are_words = !(kinds & SIGN);
     }
 }
 
 void TExpressionWords::Convert_Names()
 {
-    d_in_capitals = d_variables;
+    d_in_capitals = *d_variables;
     for (TExpression::TVariable& variable : d_in_capitals) {
         variable.name = variable.name.toUpper();
     }
     std::stable_sort(d_in_capitals.begin(), d_in_capitals.end(), Is_Longer);
     d_are_words = std::all_of(d_in_capitals.begin(), d_in_capitals.end(), Is_Word);
+    d_variables = &d_in_capitals;
 }
 
 const TExpression::TVariable* TExpressionWords::Find(QStringView word) const
 {
-    const std::vector<TExpression::TVariable>& names = d_in_capitals.empty() ? d_variables : d_in_capitals;
-    auto name = std::partition_point(names.begin(), names.end(), [word](const TExpression::TVariable& variable) {
-        return variable.name.size() > word.size();
-    });
+    auto variable =
+        std::partition_point(d_variables->begin(), d_variables->end(),
+                             [word](const TExpression::TVariable& entry) { return entry.name.size() > word.size(); });
 
-    for (; name != names.end() && name->name.size() == word.size(); ++name) {
-        if (Is_Same(word, name->name)) {
-            return &*name;
+    for (; variable != d_variables->end() && variable->name.size() == word.size(); ++variable) {
+        if (Is_Same(word, variable->name)) {
+            return &*variable;
         }
     }
     return nullptr;

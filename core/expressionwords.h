@@ -4,6 +4,12 @@
 
 #include <QStringView>
 
+/// Whether the character is a digit of ASCII, the only ones that numbers are read from.
+inline bool Is_Digit(QChar character)
+{
+    return character >= '0' && character <= '9';
+}
+
 /// Whether regular expressions take the character for one of a word.
 inline bool Is_Word_Character(QChar character)
 {
@@ -25,6 +31,7 @@ public:
     /// The variables stand by the lengths of their names, longer ones first, and must outlive the words. The first of
     /// several whose names differ in their case alone is the one that is met.
     explicit TExpressionWords(const std::vector<TExpression::TVariable>& variables);
+    Q_DISABLE_COPY(TExpressionWords)
 
     /// Whether all the names are such words.
     bool Are_Words() const { return d_are_words; }
@@ -34,7 +41,8 @@ public:
 
 private:
     void Convert_Names();
-    const std::vector<TExpression::TVariable>& d_variables;
-    std::vector<TExpression::TVariable> d_in_capitals; ///< all of them, in the same order, if a name is not ASCII
+
+    const std::vector<TExpression::TVariable>* d_variables;
+    std::vector<TExpression::TVariable> d_in_capitals; ///< what stands for them if a name is no word of ASCII
     bool d_are_words = true;
 };

@@ -14,6 +14,7 @@
 #include <csignal>
 #include <future>
 #include <limits>
+#include <random>
 
 using ::testing::Eq;
 using ::testing::KilledBySignal;
@@ -469,13 +470,16 @@ INSTANTIATE_TEST_SUITE_P(
 INSTANTIATE_TEST_SUITE_P(
     Words, TExpression_Substitution,
     ::testing::Values(TSubstitutionRow{"Longer_names_first", {{"L", 2.0}, {"LX", 3.0}}, "L*LX", Valid(6.0)},
-                      TSubstitutionRow{"Part_of_a_word", {{"A", 2.0}}, "AB", INVALID},
-                      TSubstitutionRow{"End_of_a_word", {{"A", 2.0}}, "BA", INVALID},
-                      TSubstitutionRow{"Before_underscore", {{"A", 2.0}}, "A_", INVALID},
-                      TSubstitutionRow{"Behind_underscore", {{"A", 2.0}}, "_A", INVALID},
+                      TSubstitutionRow{"Part_of_a_word", {{"A", 2.0}, {"B", -3.0}}, "AB", INVALID},
+                      TSubstitutionRow{"End_of_a_word", {{"A", -3.0}, {"B", 2.0}}, "BA", INVALID},
+                      TSubstitutionRow{"Before_underscore", {{"A", 2.0}, {"_", -4.0}}, "A_", INVALID},
+                      TSubstitutionRow{"Behind_underscore", {{"A", -4.0}, {"_", 2.0}}, "_A", INVALID},
                       TSubstitutionRow{"Before_digit", {{"A", 2.0}}, "A1", INVALID},
                       TSubstitutionRow{"Behind_digit", {{"A", 2.0}}, "2A", INVALID},
-                      TSubstitutionRow{"Before_letter_beyond_latin", {{"A", 2.0}}, QString::fromUtf8("AЖ"), INVALID},
+                      TSubstitutionRow{"Before_letter_beyond_latin",
+                                       {{"A", 2.0}, {QString::fromUtf8("Ж"), -3.0}},
+                                       QString::fromUtf8("AЖ"),
+                                       INVALID},
                       TSubstitutionRow{"Before_point", {{"A", 2.0}}, "A.5", INVALID},
                       TSubstitutionRow{"Before_group", {{"A", 2.0}}, "A(3)", Valid(3.0)},
                       TSubstitutionRow{"Blanks_join_words", {{"A", 2.0}}, "A A", INVALID},
@@ -505,23 +509,25 @@ INSTANTIATE_TEST_SUITE_P(
 
 INSTANTIATE_TEST_SUITE_P(
     Regular_Expressions, TExpression_Substitution,
-    ::testing::Values(TSubstitutionRow{"Any_character", {{"A.B", 2.0}}, "AxB", Valid(2.0)},
-                      TSubstitutionRow{"Repetition", {{"A+", 2.0}}, "AAA*3", Valid(6.0)},
-                      TSubstitutionRow{"Set", {{"[AB]", 2.0}}, "A+B", Valid(4.0)},
-                      TSubstitutionRow{"Alternatives", {{"A|B", 2.0}}, "A*B", Valid(4.0)},
-                      TSubstitutionRow{"Alternatives_bind_the_boundaries", {{"A|B", 2.0}}, "XB", INVALID},
-                      TSubstitutionRow{"Upper_case_class", {{"A\\d", 2.0}}, "AX", Valid(2.0)},
-                      TSubstitutionRow{"Unbalanced_name_is_never_met", {{"A(", 2.0}}, "A(3)", INVALID},
-                      TSubstitutionRow{"Empty_match", {{"^Y*|X", 2.5}}, "7*2", Valid(5.0)},
-                      TSubstitutionRow{"Empty_matches", {{"X*", 2.0}}, "3", INVALID},
-                      TSubstitutionRow{"Match_in_a_blank_text", {{"X|Y*|Z", 2.0}}, " ", Valid(2.0)},
-                      TSubstitutionRow{"No_match_in_an_empty_text", {{"X|Y*|Z", 2.0}}, "", INVALID},
-                      TSubstitutionRow{"Beginning_of_the_text", {{"^A|^B", 2.0}}, "A*B", INVALID},
-                      TSubstitutionRow{"Place_marker_in_a_name", {{"%1", 5.0}}, "3%1", Valid(35.0)},
-                      TSubstitutionRow{"Place_marker_between_letters", {{"A%1B", 5.0}}, "2*A%1B", Valid(10.0)},
-                      TSubstitutionRow{"Place_markers_in_order", {{"A%2%1B", -5.0}}, "2*A%2%1B", Valid(-10.0)},
-                      TSubstitutionRow{
-                          "Beyond_the_plane", {{QString::fromUtf8("A😀B"), 2.0}}, QString::fromUtf8("A😀B"), Valid(2.0)}),
+    ::testing::Values(
+        TSubstitutionRow{"Any_character", {{"A.B", 2.0}}, "AxB", Valid(2.0)},
+        TSubstitutionRow{"Repetition", {{"A+", 2.0}}, "AAA*3", Valid(6.0)},
+        TSubstitutionRow{"Set", {{"[AB]", 2.0}}, "A+B", Valid(4.0)},
+        TSubstitutionRow{"Alternatives", {{"A|B", 2.0}}, "A*B", Valid(4.0)},
+        TSubstitutionRow{"Alternatives_bind_the_boundaries", {{"A|B", 2.0}}, "XB", INVALID},
+        TSubstitutionRow{"Upper_case_class", {{"A\\d", 2.0}}, "AX", Valid(2.0)},
+        TSubstitutionRow{"Unbalanced_name_is_never_met", {{"A(", 2.0}}, "A(3)", INVALID},
+        TSubstitutionRow{"Empty_match", {{"^Y*|X", 2.5}}, "7*2", Valid(5.0)},
+        TSubstitutionRow{"Empty_matches", {{"X*", 2.0}}, "3", INVALID},
+        TSubstitutionRow{"Match_in_a_blank_text", {{"X|Y*|Z", 2.0}}, " ", Valid(2.0)},
+        TSubstitutionRow{"No_match_in_an_empty_text", {{"X|Y*|Z", 2.0}}, "", INVALID},
+        TSubstitutionRow{"Beginning_of_the_text", {{"^A|^B", 2.0}}, "A*B", INVALID},
+        TSubstitutionRow{
+            "Not_a_number_has_no_parentheses", {{"ABCDEF", NOT_A_NUMBER}, {"^...$", 5.0}}, "ABCDEF", Valid(5.0)},
+        TSubstitutionRow{"Place_marker_in_a_name", {{"%1", 5.0}}, "3%1", Valid(35.0)},
+        TSubstitutionRow{"Place_marker_between_letters", {{"A%1B", 5.0}}, "2*A%1B", Valid(10.0)},
+        TSubstitutionRow{"Place_markers_in_order", {{"A%2%1B", -5.0}}, "2*A%2%1B", Valid(-10.0)},
+        TSubstitutionRow{"Beyond_the_plane", {{QString::fromUtf8("A😀B"), 2.0}}, QString::fromUtf8("A😀B"), Valid(2.0)}),
     Row_Name<TSubstitutionRow>);
 
 TEST(TExpression, Replaces_thousands_of_matches)
@@ -837,9 +843,15 @@ TEST(TExpression, Evaluates_a_hundred_thousand_nested_groups)
 
 namespace {
 
-TExpression Expression_For_Random_Texts()
+struct TRandomTexts
 {
-    return Expression_With({{"X", -1.5}, {"L", 2.0}, {"lx", 3.0}, {"A_1", 0.25}, {"B+", -0.0}, {"_", -4.0}});
+    const char* name;
+    std::vector<TExpression::TVariable> variables;
+};
+
+void PrintTo(const TRandomTexts& row, std::ostream* stream)
+{
+    *stream << row.name;
 }
 
 /// The same result from both, and the number of valid ones added up.
@@ -855,31 +867,74 @@ void Compare(const TExpression& expression, const TVariables& variables, const Q
 
 } // namespace
 
-TEST(TExpression, Agrees_with_the_literal_rules_on_random_expressions)
+class TExpression_Random_Texts : public ::testing::TestWithParam<TRandomTexts>
 {
-    const TExpression expression = Expression_For_Random_Texts();
-    const TVariables variables = Variables_Of(expression);
+protected:
+    const TExpression d_expression = Expression_With(GetParam().variables);
+    const TVariables d_variables = Variables_Of(d_expression);
+};
+
+TEST_P(TExpression_Random_Texts, Agree_with_the_literal_rules_as_expressions)
+{
     TRandomExpression maker(20010203);
     int valid_count = 0;
 
     for (int count = 0; count < 6000 && !HasFailure(); ++count) {
-        Compare(expression, variables, maker.Text(), &valid_count);
+        Compare(d_expression, d_variables, maker.Text(), &valid_count);
     }
     EXPECT_GT(valid_count, 2000);
     EXPECT_LT(valid_count, 5000);
 }
 
-TEST(TExpression, Agrees_with_the_literal_rules_on_random_jumbles)
+TEST_P(TExpression_Random_Texts, Agree_with_the_literal_rules_as_jumbles)
 {
-    const TExpression expression = Expression_For_Random_Texts();
-    const TVariables variables = Variables_Of(expression);
     TRandomExpression maker(20040506);
     int valid_count = 0;
 
     for (int count = 0; count < 6000 && !HasFailure(); ++count) {
-        Compare(expression, variables, maker.Jumble(), &valid_count);
+        Compare(d_expression, d_variables, maker.Jumble(), &valid_count);
     }
     EXPECT_GT(valid_count, 100);
+}
+
+TEST_P(TExpression_Random_Texts, Agree_with_the_literal_rules_with_any_character_of_ascii_anywhere)
+{
+    const QString text = "sqrt(l*(X+2.5))";
+    int valid_count = 0;
+
+    for (ushort code = 0; code < 128; ++code) {
+        for (int position = 0; position <= text.size() && !HasFailure(); ++position) {
+            Compare(d_expression, d_variables, QString(text).insert(position, QChar(code)), &valid_count);
+        }
+    }
+    EXPECT_GT(valid_count, 100);
+}
+
+INSTANTIATE_TEST_SUITE_P(
+    Names, TExpression_Random_Texts,
+    ::testing::Values(TRandomTexts{"That_are_words",
+                                   {{"X", -1.5}, {"L", 2.0}, {"lx", 3.0}, {"A_1", 0.25}, {"B", -0.0}, {"_", -4.0}}},
+                      TRandomTexts{"With_a_pattern",
+                                   {{"X", -1.5}, {"L", 2.0}, {"lx", 3.0}, {"A_1", 0.25}, {"B+", -0.0}, {"_", -4.0}}}),
+    Row_Name<TRandomTexts>);
+
+TEST(TExpression, Reads_digits_as_their_text_reads_however_many_there_are)
+{
+    constexpr int most_digits = 20;
+    std::mt19937 random(20131415);
+
+    for (int count = 0; count < 20000 && !HasFailure(); ++count) {
+        QString text;
+        while (text.size() < 1 + count % most_digits) {
+            text += QChar('0' + static_cast<int>(random() % 10));
+        }
+        text.insert(static_cast<int>(random() % static_cast<unsigned>(text.size() + 1)), '.');
+        bool is_number = false;
+        const double number = text.toDouble(&is_number);
+
+        EXPECT_EQ(Evaluated(TExpression(), text, is_number), (TLiteralResult{is_number ? number : 0.0, is_number}))
+            << text.toStdString();
+    }
 }
 
 TEST(TExpression, Agrees_with_the_literal_rules_on_random_functions)

@@ -147,6 +147,16 @@ INSTANTIATE_TEST_SUITE_P(
         TNamesCase{"name_of_a_function", "SQRT(4)+1", {{"sqrt", 2.5}}, {5.0, true}},
         TNamesCase{"white_space_within", "C T E m + L", {{"CTEm", 3.0}, {"L", 1.0}}, {4.0, true}},
         TNamesCase{"first_of_two_cases", "a", {{"A", 1.0}, {"a", 2.0}}, {1.0, true}},
+        TNamesCase{"first_of_two_cases_beyond_ascii",
+                   QString::fromUtf8("ä"),
+                   {{QString::fromUtf8("Ä"), 1.0}, {QString::fromUtf8("ä"), 2.0}},
+                   {1.0, true}},
+        TNamesCase{"longer_in_capitals",
+                   QString::fromUtf8("ßß+abc"),
+                   {{"abc", 1.0}, {QString::fromUtf8("ßß"), 4.0}},
+                   {5.0, true}},
+        TNamesCase{"mark", QString("A") + QChar(0x301) + "+1", {{QString("a") + QChar(0x301), 4.0}}, {5.0, true}},
+        TNamesCase{"superscript", QString::fromUtf8("X²*2"), {{QString::fromUtf8("x²"), 3.0}}, {6.0, true}},
         TNamesCase{"point_in_front_of_a_value", ".A", {{"A", 2.0}}, {0.0, false}},
         TNamesCase{"point_in_front_of_a_negative_value", ".A", {{"A", -2.0}}, {-2.0, true}},
         TNamesCase{"sign_in_front_of_a_value", "-A", {{"A", 2.0}}, {-2.0, true}},
@@ -157,3 +167,50 @@ INSTANTIATE_TEST_SUITE_P(
         TNamesCase{"negative_infinite_value_in_a_sum", "SUMSQ(1*A,3)", {{"A", -HUGE_VAL}}, {3.0, true}},
         TNamesCase{"no_number_in_a_sum", "SUMSQ(A,3)", {{"A", std::nan("")}}, {3.0, true}}),
     Case_Name);
+
+namespace {
+
+constexpr int LONGEST_NAME = 13;
+
+QString With_Character(int size, int position, QChar character)
+{
+    return QString(size, 'A').replace(position, 1, character);
+}
+
+} // namespace
+
+TEST(TExpressionWords, Tell_a_pattern_by_its_sign_wherever_it_stands)
+{
+    for (int size = 1; size <= LONGEST_NAME; ++size) {
+        for (int position = 0; position < size; ++position) {
+            const TExpression expression = Expression_With({{With_Character(size, position, '.'), 5.0}});
+
+            EXPECT_EQ(Evaluated(expression, With_Character(size, position, 'B')), (TLiteralResult{5.0, true}))
+                << size << " characters, the point at " << position;
+        }
+    }
+}
+
+TEST(TExpressionWords, Hold_digits_and_underscores_anywhere_behind_the_first_letter)
+{
+    for (const QChar character : {'0', '9', '_', 'z'}) {
+        for (int size = 2; size <= LONGEST_NAME; ++size) {
+            for (int position = 1; position < size; ++position) {
+                const QString name = With_Character(size, position, character);
+
+                EXPECT_EQ(Evaluated(Expression_With({{name, 5.0}, {"B", 2.0}}), name.toLower() + "*b"),
+                          (TLiteralResult{10.0, true}))
+                    << name.toStdString();
+            }
+        }
+    }
+}
+
+TEST(TExpressionWords, Are_met_with_a_digit_in_front_too)
+{
+    for (int size = 1; size <= LONGEST_NAME; ++size) {
+        const QString name = With_Character(size, 0, '7');
+
+        EXPECT_EQ(Evaluated(Expression_With({{name, -3.0}}), name), (TLiteralResult{-3.0, true})) << name.toStdString();
+    }
+}
