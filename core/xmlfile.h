@@ -99,7 +99,8 @@ public:
     void Reset(const QString& doctype, const QString& identification, int file_version);
 
     /// Replaces the named file by the document: indented by 4 blanks per level, or `compact`, on one line (line breaks
-    /// inside texts are dropped as well). On failure the old file is still there.
+    /// inside texts are dropped as well). On failure the old file is still there; only a document beyond a limit of
+    /// Open() is written all the same, and the failure says so.
     void Write_File(bool compact);
     /// The same into `data`.
     void Write_Data(QByteArray* data, bool compact);

@@ -3,6 +3,7 @@
 #include "core/assertion.h"
 #include "core/filewriter.h"
 #include "core/number.h"
+#include "core/xmlparser.h"
 #include "core/xmlpolicy.h"
 #include "core/xmltext.h"
 #include "core/xmlwriter.h"
@@ -158,8 +159,15 @@ void TXmlFile::Write_File(bool compact)
         throw TXmlFileException(QString("ERR:  Cannot open file '%1' for writing").arg(d_file_name),
                                 TXmlFileException::File_Access);
     }
-    if (Write_Whole_File(d_file_name, Document_Bytes(compact), &reason) != TFileWrite::Done) {
+    const QByteArray bytes = Document_Bytes(compact);
+    if (Write_Whole_File(d_file_name, bytes, &reason) != TFileWrite::Done) {
         Throw_Content(QString("ERR:  Cannot write file '%1'.  Reason: %2").arg(d_file_name, reason));
+    }
+    // Refused beforehand, the content would be in no file at all.
+    reason = Xml_Excess(bytes);
+    if (!reason.isEmpty()) {
+        Throw_Content(
+            QString("ERR:  File '%1' is written but cannot be opened again.  Reason: %2").arg(d_file_name, reason));
     }
 }
 

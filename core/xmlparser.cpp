@@ -93,24 +93,97 @@ int Declared_Attributes(const QStringRef& text)
     return size / DECLARED_ATTRIBUTE_SIZE;
 }
 
-// Where the elements first have too many attributes for the comparisons; -1 if they never do. An element's attributes
-// all stand in front of the next "<".
+// What begins with a "<".
+struct TMarkup
+{
+    int start;               // the end of the text if there is none
+    int end;                 // behind it, or where the next one begins
+    bool is_section = false; // a comment, an instruction or a CDATA section, which holds no markup and no references
+    qint64 attributes = 0;   // at most
+};
+
+// Where the first `unit` at or behind `from` is; the end of the text if there is none.
+int Find(const QString& text, QChar unit, int from)
+{
+    const int index = text.indexOf(unit, from);
+    return index < 0 ? text.size() : index;
+}
+
+// The end of the section that begins at `start`; `start` if none does.
+int Section_End(const QString& text, int start)
+{
+    struct TMarks
+    {
+        QLatin1String begin;
+        QLatin1String end;
+    };
+    static const TMarks SECTIONS[] = {{QLatin1String("<!--"), QLatin1String("-->")},
+                                      {QLatin1String("<?"), QLatin1String("?>")},
+                                      {QLatin1String("<![CDATA["), QLatin1String("]]>")}};
+
+    for (const TMarks& marks : SECTIONS) {
+        if (text.midRef(start, marks.begin.size()) == marks.begin) {
+            const int end = text.indexOf(marks.end, start + marks.begin.size());
+            return end < 0 ? text.size() : end + marks.end.size();
+        }
+    }
+    return start;
+}
+
+// The tag or declaration that begins at `start`. Inside quotes nothing ends it, and an equals sign is text.
+TMarkup Tag_At(const QString& text, int start)
+{
+    TMarkup tag = {start, start + 1};
+
+    while (tag.end < text.size() && text.at(tag.end) != '<' && text.at(tag.end) != '>') {
+        const QChar unit = text.at(tag.end);
+        const bool is_quote = unit == '"' || unit == '\'';
+
+        tag.attributes += unit == '=' ? 1 : 0;
+        tag.end = is_quote ? Find(text, unit, tag.end + 1) + 1 : tag.end + 1;
+    }
+    return tag;
+}
+
+// The first markup at or behind `from`.
+TMarkup Next_Markup(const QString& text, int from)
+{
+    const int start = Find(text, '<', from);
+    const int end = Section_End(text, start);
+
+    return end > start ? TMarkup{start, end, true} : Tag_At(text, start);
+}
+
+// The same where entities are declared. The quotes around their texts may hold tags, in which references may stand for
+// equals signs.
+TMarkup Next_Rough_Markup(const QString& text, int from)
+{
+    const int start = Find(text, '<', from);
+    const int end = Find(text, '<', start + 1);
+    const QStringRef markup = text.midRef(start, end - start);
+
+    return {start, end, false, markup.count('=') + markup.count("&#")};
+}
+
+qint64 Pairs(qint64 attributes)
+{
+    return attributes > USUAL_ATTRIBUTES ? attributes * attributes : 0;
+}
+
+// Where the elements first have too many attributes for the comparisons; -1 if they never do.
 int Find_Excess_Of_Attributes(const QString& text)
 {
+    const auto next_markup = text.contains("<!ENTITY") ? Next_Rough_Markup : Next_Markup;
     qint64 pairs = 0;
-    qint64 attributes = 0;
 
-    for (int index = 0; index <= text.size(); ++index) {
-        const QChar unit = index < text.size() ? text.at(index) : QChar('<');
-        if (unit == '=') {
-            ++attributes;
-        } else if (unit == '<') {
-            pairs += attributes > USUAL_ATTRIBUTES ? attributes * attributes : 0;
-            if (pairs > MAXIMUM_PAIRS) {
-                return index;
-            }
-            attributes = 0;
+    for (TMarkup markup = next_markup(text, 0); markup.start < text.size();) {
+        const TMarkup next = next_markup(text, markup.end);
+
+        pairs += Pairs(markup.attributes);
+        if (pairs > MAXIMUM_PAIRS) {
+            return next.start;
         }
+        markup = next;
     }
     return -1;
 }
@@ -127,6 +200,11 @@ bool Has_Few_Attributes(const QString& text, TXmlFault* fault)
     return excess < 0;
 }
 
+QString References_Reason()
+{
+    return QString("more than %1 references").arg(MAXIMUM_REFERENCES);
+}
+
 // Each reference is looked up by both readers and once more here, which takes far longer than any other text. Those in
 // comments and sections are counted too.
 bool Has_Few_References(const QString& text, TXmlFault* fault)
@@ -135,7 +213,7 @@ bool Has_Few_References(const QString& text, TXmlFault* fault)
 
     for (int at = text.indexOf('&'); at >= 0; at = text.indexOf('&', at + 1)) {
         if (++count > MAXIMUM_REFERENCES) {
-            *fault = Fault_At(QString("more than %1 references").arg(MAXIMUM_REFERENCES), Position_At(text, at));
+            *fault = Fault_At(References_Reason(), Position_At(text, at));
             return false;
         }
     }
@@ -188,6 +266,7 @@ struct TCounts
     qint64 entities = 0;
     qint64 nesting = 0;
     qint64 declared_attributes = 0;
+    qint64 attribute_pairs = 0; // those of the elements in entities come again with each reference
     qint64 pairs = 0;
     qint64 expansion = 0; // beyond the document's own length
 };
@@ -209,6 +288,7 @@ void Count_Start(const QXmlStreamReader& reader, TCounts* counts)
     ++counts->depth;
     ++counts->elements;
     counts->attributes += attributes.size();
+    counts->attribute_pairs += Pairs(attributes.size());
     counts->pairs += namespaces > USUAL_NAMESPACES ? namespaces * namespaces : 0;
     counts->pairs += counts->declared_attributes > USUAL_ATTRIBUTES ? counts->declared_attributes : 0;
     for (const QXmlStreamAttribute& attribute : attributes) {
@@ -256,6 +336,7 @@ constexpr TLimit LIMITS[] = {
     {&TCounts::other_nodes, MAXIMUM_OTHER_NODES, "more than %1 comments, instructions and sections"},
     {&TCounts::entities, MAXIMUM_ENTITIES, "more than %1 entity declarations"},
     {&TCounts::nesting, MAXIMUM_DEPTH, "declarations nested deeper than %1 levels"},
+    {&TCounts::attribute_pairs, MAXIMUM_PAIRS, "too many attributes"},
     {&TCounts::pairs, MAXIMUM_PAIRS, "too many namespaces or declared attributes"},
     {&TCounts::expansion, MAXIMUM_EXPANSION, "entities expand to more than 10 MB"},
 };
@@ -344,22 +425,36 @@ QString Character(const QStringRef& number)
     return code > 0xFFFF ? QString::fromUcs4(&code, 1) : QString();
 }
 
+// The first comment, instruction or CDATA section at or behind `from`.
+TMarkup Next_Section(const QString& text, int from)
+{
+    TMarkup markup = Next_Markup(text, from);
+    while (markup.start < text.size() && !markup.is_section) {
+        markup = Next_Markup(text, markup.end);
+    }
+    return markup;
+}
+
 // Qt's parser cuts the code of a character reference to 16 bits, so those beyond U+FFFF are put in as characters. In
 // comments, instructions and CDATA sections they are no references.
 QString With_High_Characters(const QString& text)
 {
-    static const QRegularExpression REFERENCE(R"(<!--.*?-->|<\?.*?\?>|<!\[CDATA\[.*?\]\]>|&#(x?[0-9A-Fa-f]+);)",
-                                              QRegularExpression::DotMatchesEverythingOption);
+    static const QRegularExpression REFERENCE("&#(x?[0-9A-Fa-f]+);");
 
     if (!Has_Character_References(text)) {
         return text;
     }
     QString result;
     int done = 0;
+    TMarkup section = Next_Section(text, 0);
     for (QRegularExpressionMatchIterator matches = REFERENCE.globalMatch(text); matches.hasNext();) {
         const QRegularExpressionMatch match = matches.next();
         const QString character = Character(match.capturedRef(1));
-        if (!character.isEmpty()) {
+
+        while (section.end <= match.capturedStart()) {
+            section = Next_Section(text, section.end);
+        }
+        if (!character.isEmpty() && match.capturedStart() < section.start) {
             result += text.midRef(done, match.capturedStart() - done) + character;
             done = match.capturedEnd();
         }
@@ -372,6 +467,14 @@ QString With_High_Characters(const QString& text)
 TXmlFault Xml_Size_Fault()
 {
     return {"larger than 64 MB", 1, 1};
+}
+
+QString Xml_Excess(const QByteArray& bytes)
+{
+    if (bytes.size() > XML_MAXIMUM_SIZE) {
+        return Xml_Size_Fault().reason;
+    }
+    return bytes.count('&') > MAXIMUM_REFERENCES ? References_Reason() : QString();
 }
 
 bool Xml_Parse(const QByteArray& bytes, bool namespace_processing, QDomDocument* document, TXmlFault* fault)

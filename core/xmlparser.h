@@ -23,3 +23,7 @@ bool Xml_Parse(const QByteArray& bytes, bool namespace_processing, QDomDocument*
 
 /// The fault of a document above XML_MAXIMUM_SIZE, for who knows the size before the bytes.
 TXmlFault Xml_Size_Fault();
+
+/// Why Xml_Parse would refuse the bytes of a budget that are otherwise sound; empty if it would not. Only the limits on
+/// size and references are in the reach of a budget.
+QString Xml_Excess(const QByteArray& bytes);

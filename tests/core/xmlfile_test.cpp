@@ -1,5 +1,6 @@
 #include "core/xmlfile.h"
 
+#include "core/xmlparser.h"
 #include "tests/support/childprocess.h"
 #include "tests/support/qtprinters.h"
 
@@ -13,6 +14,8 @@
 #include <gtest/gtest.h>
 
 #include <functional>
+#include <utility>
+
 #include <sys/resource.h>
 #include <sys/stat.h>
 
@@ -238,6 +241,15 @@ TEST_F(TXmlFile_Open_Test, Requires_a_version_only_where_it_is_asked_for)
     EXPECT_EQ(Thrown([&] { d_file.Open("Norvexa_Data", nullptr, true); }), "nothing");
 }
 
+TEST_F(TXmlFile_Open_Test, Knows_the_document_that_lacks_a_version)
+{
+    Write(Path("file"), "<!DOCTYPE Kind><Norvexa_Data/>");
+
+    EXPECT_EQ(Open(Path("file")), "content: ERR:  The 'File_Version' attribute is missing.");
+    EXPECT_EQ(d_file.Document_Type(), "Kind");
+    EXPECT_EQ(d_file.Identification(), "Norvexa_Data");
+}
+
 TEST_F(TXmlFile_Open_Test, Reads_a_version_that_is_no_number_as_0)
 {
     Write(Path("file"), "<Norvexa_Data File_Version='three'/>");
@@ -403,6 +415,18 @@ QByteArray With_Attributes(int count)
     return document + "/>";
 }
 
+QByteArray With_Attributes_In_Entity(int count, const QByteArray& equals_sign, int references)
+{
+    return "<!DOCTYPE Root [<!ENTITY e \"" + With_Attributes(count).replace("=", equals_sign) + "\">]>\n<Root>" +
+           Repeated("&e;", references) + "</Root>";
+}
+
+// An element with too many attributes behind what must not hide it.
+QByteArray With_Attributes_Behind(const QByteArray& begin, const QByteArray& end)
+{
+    return begin + "\n" + With_Attributes(20'000) + "\n" + end;
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Documents, TXmlFile_Untrusted_Test,
     testing::Values(
@@ -438,6 +462,42 @@ INSTANTIATE_TEST_SUITE_P(
         TDocumentCase{"Too_many_attributes_in_several_elements",
                       [] { return "<Root>\n" + Repeated(With_Attributes(6'000), 4) + "</Root>"; },
                       Parse_Error("too many attributes", 2, 3 * With_Attributes(6'000).size() + 1)},
+        TDocumentCase{"Too_many_attributes_behind_a_comment",
+                      [] { return With_Attributes_Behind("<Root><!-- <a b=' -->", "</Root>"); },
+                      Parse_Error("too many attributes", 3, 1)},
+        TDocumentCase{"Too_many_attributes_behind_an_instruction",
+                      [] { return With_Attributes_Behind("<Root><?a <a b=\" ?>", "</Root>"); },
+                      Parse_Error("too many attributes", 3, 1)},
+        TDocumentCase{"Too_many_attributes_behind_a_section",
+                      [] { return With_Attributes_Behind("<Root><![CDATA[<a b=']]>", "</Root>"); },
+                      Parse_Error("too many attributes", 3, 1)},
+        TDocumentCase{"Too_many_attributes_behind_a_text",
+                      [] { return With_Attributes_Behind("<Root>a 'b \"c", "</Root>"); },
+                      Parse_Error("too many attributes", 3, 1)},
+        TDocumentCase{"Too_many_attributes_behind_an_attribute",
+                      [] { return With_Attributes_Behind("<Root a='\">' b=\"'>\">", "</Root>"); },
+                      Parse_Error("too many attributes", 3, 1)},
+        TDocumentCase{"Too_many_attributes_behind_a_document_type",
+                      [] {
+                          return With_Attributes_Behind("<!DOCTYPE Root PUBLIC \"'\" '\"<!--' [<!-- ' --><!ATTLIST a b "
+                                                        "CDATA '>' c (d|e) \"d\"><?f ' ?><!ELEMENT a (b)>]>",
+                                                        "");
+                      },
+                      Parse_Error("too many attributes", 3, 1)},
+        TDocumentCase{"Too_many_attributes_behind_an_angle_bracket_in_quotes",
+                      [] { return "<Root a='>'\n" + With_Attributes(20'000).mid(5) + "\n"; },
+                      Parse_Error("too many attributes", 3, 1)},
+        TDocumentCase{"Too_many_attributes_in_an_entity", [] { return With_Attributes_In_Entity(20'000, "=", 1); },
+                      Parse_Error("too many attributes", 2, 1)},
+        TDocumentCase{"Attributes_in_an_entity_used_often", [] { return With_Attributes_In_Entity(2'000, "=", 10); },
+                      "nothing"},
+        TDocumentCase{"Too_many_attributes_in_an_entity_used_often",
+                      [] { return With_Attributes_In_Entity(2'000, "=", 300); }, Starts("too many attributes")},
+        TDocumentCase{"Attributes_whose_equals_signs_are_references",
+                      [] { return With_Attributes_In_Entity(2'000, "&#61;", 1); }, "nothing"},
+        TDocumentCase{"Too_many_attributes_whose_equals_signs_are_references",
+                      [] { return With_Attributes_In_Entity(20'000, "&#x3D;", 1); },
+                      Parse_Error("too many attributes", 2, 1)},
         TDocumentCase{"Two_million_attributes",
                       [] { return "<Root>" + Repeated("<a b='' c=''/>", 1'000'000) + "</Root>"; }, "nothing"},
         TDocumentCase{"One_attribute_more",
@@ -477,8 +537,20 @@ INSTANTIATE_TEST_SUITE_P(
         TDocumentCase{"Too_many_namespaces_in_nested_elements",
                       [] { return With_Namespaces(1'000, "<a xmlns:q='v'/>", 20'000); },
                       Starts("too many namespaces or declared attributes")},
-        TDocumentCase{"Many_equals_signs_in_a_text", [] { return "<Root>" + QByteArray(5'000, '=') + "</Root>"; },
+        TDocumentCase{"Many_equals_signs_in_a_text", [] { return "<Root>" + QByteArray(100'000, '=') + "</Root>"; },
                       "nothing"},
+        TDocumentCase{"Many_equals_signs_in_an_attribute",
+                      [] { return "<Root a='" + QByteArray(100'000, '=') + "'/>"; }, "nothing"},
+        TDocumentCase{"Many_equals_signs_in_a_comment",
+                      [] { return "<Root><!-- <a " + QByteArray(100'000, '=') + " --></Root>"; }, "nothing"},
+        TDocumentCase{"Many_equals_signs_in_an_instruction",
+                      [] { return "<Root><?a <a " + QByteArray(100'000, '=') + "?></Root>"; }, "nothing"},
+        TDocumentCase{"Many_equals_signs_in_a_section",
+                      [] { return "<Root><![CDATA[<a " + QByteArray(100'000, '=') + "]]></Root>"; }, "nothing"},
+        TDocumentCase{
+            "Many_equals_signs_behind_a_document_type",
+            [] { return "<!DOCTYPE Root [<!ATTLIST a b CDATA ''>]><Root>" + QByteArray(100'000, '=') + "</Root>"; },
+            "nothing"},
         TDocumentCase{"Undeclared_entity", [] { return "<Root>&e;</Root>"; }, Starts("Entity 'e' not declared.")},
         TDocumentCase{"Control_character", [] { return "<Root>\x01</Root>"; }, Starts("Invalid XML character.")},
         TDocumentCase{"Null_character", [] { return QByteArray("<Root>\0</Root>", 14); }, PARSE_ERROR},
@@ -533,6 +605,28 @@ TEST_F(TXmlFile_Text_Test, Reads_references_beyond_U_FFFF_behind_others)
 TEST_F(TXmlFile_Text_Test, Reads_no_reference_where_there_is_none)
 {
     EXPECT_EQ(Root_Text("<Root><![CDATA[&#x1F600;]]></Root>"), "&#x1F600;");
+    EXPECT_EQ(Root_Text("<?a &#x1F600;?><Root><![CDATA[<]]><!-- &#x1F600; -->&#x1F600;</Root>"), "<");
+    EXPECT_EQ(d_file.Root_Element()->text(), "<" + d_face);
+    EXPECT_EQ(d_file.Root_Element()->childNodes().at(1).nodeValue(), " &#x1F600; ");
+    EXPECT_EQ(d_file.Root_Element()->parentNode().firstChild().nodeValue(), "&#x1F600;");
+}
+
+TEST_F(TXmlFile_Text_Test, Reads_references_beyond_U_FFFF_behind_a_comment_instruction_or_section_of_any_length)
+{
+    const QByteArray filling(11'000'000, 'x');
+
+    for (const auto& [begin, end] :
+         {std::pair("<!--", "-->"), std::pair("<?a ", "?>"), std::pair("<![CDATA[", "]]>")}) {
+        d_file.Open_Data("<Root><A>" + (begin + filling + end) + "</A><B>&#x1F600;</B></Root>", "Root", nullptr, true);
+
+        const QDomElement behind = d_file.Get_Node(d_file.Root_Element(), "B", false);
+        EXPECT_EQ(d_file.Read_Text_Node(&behind, false), d_face) << begin;
+    }
+}
+
+TEST_F(TXmlFile_Text_Test, Reads_references_beyond_U_FFFF_behind_what_looks_like_a_comment_in_an_entity)
+{
+    EXPECT_EQ(Root_Text("<!DOCTYPE Root [<!ENTITY e '<!-- &#x1F600;'>]><Root>&#x1F600;<!-- --></Root>"), d_face);
 }
 
 TEST_F(TXmlFile_Text_Test, Reads_other_encodings)
@@ -627,6 +721,17 @@ TEST_F(TXmlFile_Navigation_Test, Reports_a_missing_child)
     EXPECT_EQ(Thrown([&] { d_file.Get_Node(&d_root_node, "%2", false); }), message);
 }
 
+TEST_F(TXmlFile_Navigation_Test, Calls_the_parent_of_a_missing_child_by_its_tag_name_or_its_node_name)
+{
+    d_file.Open_Data("<n:Root xmlns:n='u'/>", "Root", nullptr, true);
+    d_root_node = *d_root;
+
+    EXPECT_EQ(Thrown([&] { d_file.Get_Node(d_root, "A", false); }),
+              "content: ERR:  Node 'A' is missing from node 'Root' and not optional.");
+    EXPECT_EQ(Thrown([&] { d_file.Get_Node(&d_root_node, "A", false); }),
+              "content: ERR:  Node 'A' is missing from node 'n:Root' and not optional.");
+}
+
 TEST_F(TXmlFile_Navigation_Test, Gets_no_child_of_a_null_node)
 {
     for (const bool optional : {false, true}) {
@@ -694,6 +799,17 @@ TEST_F(TXmlFile_Navigation_Test, Shows_no_local_names_without_namespaces)
     EXPECT_EQ(Thrown([&] { d_file.Get_Sibling_Node(&node, false); }),
               "content: ERR:  Node '' does not have siblings and they are not optional.");
     EXPECT_EQ(Thrown([&] { d_file.Read_Text_Node(&node, false); }), "content: ERR:  Node Text for '' is not optional.");
+}
+
+TEST_F(TXmlFile_Navigation_Test, Shows_tag_names_without_namespaces)
+{
+    d_file.Open_Data("<Root><A/></Root>", "Root", nullptr, false);
+    const QDomElement element = Child("A");
+
+    EXPECT_EQ(Thrown([&] { d_file.Get_First_Node(&element, false); }),
+              "content: ERR:  Parent 'A' does not have nodes and they are not optional.");
+    EXPECT_EQ(Thrown([&] { d_file.Read_Text_Node(&element, false); }),
+              "content: ERR:  Node Text for 'A' is not optional.");
 }
 
 TEST_F(TXmlFile_Navigation_Test, Reads_an_attribute)
@@ -823,6 +939,14 @@ TEST_F(TXmlFile_Writing_Test, Begins_with_a_document_type_and_no_declaration)
     EXPECT_EQ(Data(false), "<!DOCTYPE Kind>\n<Root File_Version=\"12\"/>\n");
 }
 
+TEST_F(TXmlFile_Writing_Test, Writes_below_the_root_of_a_document_with_a_document_type)
+{
+    d_file.Reset("Kind", "Root", 12);
+    d_file.Create_Node(d_file.Root_Element(), "A");
+
+    EXPECT_EQ(Data(true), "<!DOCTYPE Kind><Root File_Version=\"12\"><A/></Root>");
+}
+
 TEST_F(TXmlFile_Writing_Test, Starts_anew)
 {
     d_file.Create_Node(d_root, "Old");
@@ -856,6 +980,15 @@ TEST_F(TXmlFile_Writing_Test, Writes_texts_and_numbers)
     EXPECT_EQ(Text_Of("Text"), "&lt;a &amp; \"b\"> \xC3\xBC");
     EXPECT_EQ(Text_Of("Real"), "2.500");
     EXPECT_EQ(Text_Of("Whole"), "-7");
+}
+
+TEST_F(TXmlFile_Writing_Test, Appends_a_text_to_the_one_that_is_there)
+{
+    QDomElement node = d_file.Create_Node(d_root, "Node");
+    d_file.Write_Text_Node(&node, QString("a"));
+    d_file.Write_Text_Node(&node, QString("b"));
+
+    EXPECT_EQ(Data(true), DECLARATION + "<Root File_Version=\"3\"><Node>ab</Node></Root>");
 }
 
 TEST_F(TXmlFile_Writing_Test, Writes_attributes)
@@ -972,6 +1105,26 @@ TEST_F(TXmlFile_Writing_Test, Reports_a_file_that_cannot_be_written)
               "content: ERR:  Cannot write file '" + missing + "'.  Reason: No such file or directory");
     EXPECT_EQ(Write_File(d_folder.path()),
               "content: ERR:  Cannot write file '" + d_folder.path() + "'.  Reason: Is a directory");
+}
+
+TEST_F(TXmlFile_Writing_Test, Writes_a_file_of_too_many_references_to_be_opened_and_says_so)
+{
+    const QString name = d_folder.filePath("%2");
+    d_file.Write_Text_Node(d_root, QString(2'000'000, '&'));
+    EXPECT_EQ(Write_File(name), "nothing");
+
+    d_file.Write_Text_Node(d_root, QString("<"));
+    EXPECT_EQ(Write_File(name), "content: ERR:  File '" + name +
+                                    "' is written but cannot be opened again.  Reason: more than 2000000 references");
+    EXPECT_EQ(Content(name), Data(false));
+}
+
+TEST(Xml_Excess_Test, Is_the_limit_that_the_bytes_of_a_budget_pass)
+{
+    EXPECT_EQ(Xml_Excess(QByteArray(64 * 1024 * 1024, 'x')), "");
+    EXPECT_EQ(Xml_Excess(QByteArray(64 * 1024 * 1024 + 1, 'x')), "larger than 64 MB");
+    EXPECT_EQ(Xml_Excess(QByteArray(2'000'000, '&')), "");
+    EXPECT_EQ(Xml_Excess(QByteArray(2'000'001, '&')), "more than 2000000 references");
 }
 
 // Null pointers

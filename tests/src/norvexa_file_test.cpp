@@ -311,21 +311,31 @@ TEST_F(TNorvexa_File_Test, Passes_over_comments_and_unknown_elements)
 
 TEST_F(TNorvexa_File_Test, Reads_an_unknown_enumeration_text_as_the_first_value)
 {
-    const QString component = "Components/Component/";
-    const QString item = component + "Component_Items/Item/";
-    for (const QString& path : {component + "Mode", component + "Export_Equipment",
-                                component + "Limit_Uncertainty_Length", item + "Distribution", item + "Expression_Type",
-                                item + "Uncertainty_Type", item + "Replacement_Items/Item/Use_Default_Expression"}) {
-        Set_Text(path, "unknown");
-    }
-
+    // The golden file has the first value of these three.
+    Set_Text(COMPONENT "Limit_Uncertainty_Length", "Yes");
+    Set_Text(ITEM "Uncertainty_Type", "Type B");
+    Set_Text(REPLACEMENT "Use_Default_Expression", "Yes");
     EXPECT_EQ(Load(), "");
     TBudget expected = Golden_Budget(0.25);
     TNorvexaData::TComponent& probe = expected.components[0];
+    probe.limit_uncertainty_length = true;
+    probe.items[0].uc_type = TNorvexaData::UC_TYPE_B;
+    probe.items[0].replacement_items[0].use_default_expression = true;
+    EXPECT_EQ(Description(d_budget), Description(expected));
+
+    for (const char* path :
+         {COMPONENT "Mode", COMPONENT "Export_Equipment", COMPONENT "Limit_Uncertainty_Length", ITEM "Distribution",
+          ITEM "Expression_Type", ITEM "Uncertainty_Type", REPLACEMENT "Use_Default_Expression"}) {
+        Set_Text(path, "unknown");
+    }
+    EXPECT_EQ(Load(), "");
     probe.mode = TNorvexaData::UC_MODE_SUM;
     probe.export_equipment = false;
+    probe.limit_uncertainty_length = false;
     probe.items[0].distribution = TNorvexaData::DISTRIBUTION_NORMAL;
     probe.items[0].expression_type = TNorvexaData::CONSTANT_LINEAR;
+    probe.items[0].uc_type = TNorvexaData::UC_TYPE_A;
+    probe.items[0].replacement_items[0].use_default_expression = false;
     EXPECT_EQ(Description(d_budget), Description(expected));
 }
 
@@ -363,6 +373,14 @@ TEST_F(TNorvexa_File_Test, Reads_a_number_with_all_its_digits)
     expected.components[0].expansion_coefficient = 11.123456 / 1000.0;
     expected.input_data.machine_scale = 1.25e-7;
     EXPECT_EQ(Description(d_budget), Description(expected));
+}
+
+TEST_F(TNorvexa_File_Test, Reads_a_number_with_white_space_around_it_and_a_plus_sign)
+{
+    Set_Text(COMPONENT "Length", " +25.5\n");
+
+    EXPECT_EQ(Load(), "");
+    EXPECT_EQ(Description(d_budget), Description(Golden_Budget(0.25)));
 }
 
 TEST_F(TNorvexa_File_Test, Loads_a_variable_without_a_description_text)

@@ -70,6 +70,24 @@ TEST_F(TNorvexa_Round_Trip_Test, Saves_what_was_loaded_but_for_escaping)
     }
 }
 
+TEST_F(TNorvexa_Round_Trip_Test, Loads_the_longest_expressions_of_equals_signs)
+{
+    const QString longest(32'767, '='); // what a line editor takes
+    TBudget budget;
+    budget.components.resize(1);
+    budget.components[0].name = "Component";
+
+    for (int count = 1; count <= 3; ++count) {
+        TNorvexaData::TComponentItem item;
+        item.name = "Item";
+        item.expression = longest;
+        budget.components[0].items.push_back(item);
+
+        ASSERT_EQ(Save_Budget(budget, d_first), "");
+        EXPECT_EQ(Description(Load(d_first)), Description(As_Saved(budget))) << count << " expressions";
+    }
+}
+
 TEST_F(TNorvexa_Round_Trip_Test, The_budgets_at_random_are_worth_the_trip)
 {
     size_t longest = 0;

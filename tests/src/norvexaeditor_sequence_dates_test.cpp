@@ -2,6 +2,7 @@
 
 #include <QCoreApplication>
 #include <QDate>
+#include <QDomDocument>
 #include <QLocale>
 #include <QProcess>
 
@@ -92,6 +93,20 @@ TEST_F(TSequenceDates, An_identifier_opened_on_another_day_shows_and_keeps_the_d
     const QString added = In_English(d_today, "ddd MMM d yyyy");
     EXPECT_EQ(Shown_Dates(), added + ", " + added);
     EXPECT_EQ(Check(), Model_Of(Expected()));
+}
+
+TEST_F(TSequenceDates, The_day_of_saving_has_two_digits)
+{
+    const QDate fifth = QDate(d_today.year(), d_today.month(), 5).addMonths(1);
+    Add_Component("Gauge");
+
+    s_days_ahead = static_cast<int>(d_today.daysTo(fifth));
+    Save_As(Path("gauge.norvexa"));
+
+    QDomDocument file;
+    ASSERT_TRUE(file.setContent(Bytes(Path("gauge.norvexa"))));
+    EXPECT_EQ(file.documentElement().attribute("File_Revision"),
+              In_English(fifth, "MMM") + " 05 " + In_English(fifth, "yyyy"));
 }
 
 TEST_F(TSequenceDates, A_length_typed_on_another_day_leaves_the_dates_alone)
