@@ -19,10 +19,10 @@ constexpr int FEW_COMPONENTS = 1'000;
 constexpr int MANY_COMPONENTS = 10'000;
 constexpr int FEW_ITEMS = 2;
 
-class TBudgetFile
+class TLargeBudgetFile
 {
 public:
-    TBudgetFile(int components, int items) : d_budget(components, items) { Save(); }
+    TLargeBudgetFile(int components, int items) : d_budget(components, items) { Save(); }
 
     bool Save() const { return d_budget.Save(Name(), d_budget.variables, d_budget.groups, d_budget.input_data); }
 
@@ -49,21 +49,21 @@ private:
     TLargeBudget d_budget;
 };
 
-const TBudgetFile& Usual_File()
+const TLargeBudgetFile& Usual_File()
 {
-    static const TBudgetFile file(COMPONENTS, ITEMS);
+    static const TLargeBudgetFile file(COMPONENTS, ITEMS);
     return file;
 }
 
-const TBudgetFile& File_Of_Few()
+const TLargeBudgetFile& File_Of_Few()
 {
-    static const TBudgetFile file(FEW_COMPONENTS, FEW_ITEMS);
+    static const TLargeBudgetFile file(FEW_COMPONENTS, FEW_ITEMS);
     return file;
 }
 
-const TBudgetFile& File_Of_Many()
+const TLargeBudgetFile& File_Of_Many()
 {
-    static const TBudgetFile file(MANY_COMPONENTS, FEW_ITEMS);
+    static const TLargeBudgetFile file(MANY_COMPONENTS, FEW_ITEMS);
     return file;
 }
 
@@ -123,7 +123,7 @@ void Require(bool is_done, benchmark::State& state)
 
 void Load_Program(benchmark::State& state)
 {
-    const TBudgetFile& file = Usual_File();
+    const TLargeBudgetFile& file = Usual_File();
     while (state.KeepRunning()) {
         Require(file.Load(), state);
     }
@@ -142,7 +142,7 @@ BENCHMARK(Load_Bare)->Name("Files/load/bare")->Unit(benchmark::kMillisecond);
 
 void Load_Many(benchmark::State& state)
 {
-    const TBudgetFile& file = File_Of_Many();
+    const TLargeBudgetFile& file = File_Of_Many();
     while (state.KeepRunning()) {
         Require(file.Load(), state);
     }
@@ -151,7 +151,7 @@ BENCHMARK(Load_Many)->Name("Files/load_10000/program")->Unit(benchmark::kMillise
 
 void Load_Few(benchmark::State& state)
 {
-    const TBudgetFile& file = File_Of_Few();
+    const TLargeBudgetFile& file = File_Of_Few();
     while (state.KeepRunning()) {
         for (int done = 0; done < MANY_COMPONENTS; done += FEW_COMPONENTS) {
             Require(file.Load(), state);
@@ -164,7 +164,7 @@ BENCHMARK(Load_Few)->Name("Files/load_10000/bare")->Unit(benchmark::kMillisecond
 
 void Save_Program(benchmark::State& state)
 {
-    const TBudgetFile& file = Usual_File();
+    const TLargeBudgetFile& file = Usual_File();
     while (state.KeepRunning()) {
         Require(file.Save(), state);
     }
@@ -186,7 +186,7 @@ BENCHMARK(Save_Bare)->Name("Files/save/bare")->Unit(benchmark::kMillisecond);
 
 void Save_Many(benchmark::State& state)
 {
-    const TBudgetFile& file = File_Of_Many();
+    const TLargeBudgetFile& file = File_Of_Many();
     while (state.KeepRunning()) {
         Require(file.Save(), state);
     }
@@ -195,7 +195,7 @@ BENCHMARK(Save_Many)->Name("Files/save_10000/program")->Unit(benchmark::kMillise
 
 void Save_Few(benchmark::State& state)
 {
-    const TBudgetFile& file = File_Of_Few();
+    const TLargeBudgetFile& file = File_Of_Few();
     while (state.KeepRunning()) {
         for (int done = 0; done < MANY_COMPONENTS; done += FEW_COMPONENTS) {
             Require(file.Save(), state);

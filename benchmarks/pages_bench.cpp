@@ -20,10 +20,10 @@ constexpr int MANY_COMPONENTS = 2'000;
 constexpr int FEW_COMPONENTS = 200;
 constexpr int ITEMS = 20;
 
-class TBudgetFile
+class TLargeBudgetFile
 {
 public:
-    explicit TBudgetFile(int components)
+    explicit TLargeBudgetFile(int components)
     {
         const TLargeBudget budget(components, ITEMS);
         if (!budget.Save(Name(), budget.variables, budget.groups, budget.input_data)) {
@@ -106,7 +106,7 @@ private:
         throw std::runtime_error("no such component");
     }
 
-    TBudgetFile d_file;
+    TLargeBudgetFile d_file;
 };
 
 // Opened once, because opening takes long, and left to the end of the program: they must not outlive the application.
@@ -207,7 +207,7 @@ BENCHMARK(Open_Program)->Name("Pages/open/program")->Unit(benchmark::kMillisecon
 
 void Open_Bare(benchmark::State& state)
 {
-    const TBudgetFile file(MANY_COMPONENTS);
+    const TLargeBudgetFile file(MANY_COMPONENTS);
     while (state.KeepRunning()) {
         TNorvexa document;
         std::vector<TVariable> variables;

@@ -44,7 +44,22 @@ void Report_Bare(benchmark::State& state)
     }
 }
 
+void Individual_Report(benchmark::State& state, int items, int times)
+{
+    TReportWindow window(Individual_Budget(items));
+
+    while (state.KeepRunning()) {
+        for (int time = 0; time < times; ++time) {
+            window.Show_Report();
+        }
+    }
+}
+
 } // namespace
 
 BENCHMARK(Report_By_Program)->Name("Report/screen_1000_items/program")->Unit(benchmark::kMillisecond);
 BENCHMARK(Report_Bare)->Name("Report/screen_1000_items/bare")->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Individual_Report, many, 1'000, 1)
+    ->Name("Report/individual_1000/program")
+    ->Unit(benchmark::kMillisecond);
+BENCHMARK_CAPTURE(Individual_Report, few, 100, 10)->Name("Report/individual_1000/bare")->Unit(benchmark::kMillisecond);

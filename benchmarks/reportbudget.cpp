@@ -49,13 +49,13 @@ TNorvexaData::TComponentItem Item(int index)
     return item;
 }
 
-TNorvexaData::TComponent Component(int index)
+TNorvexaData::TComponent Component(int index, int items)
 {
     TNorvexaData::TComponent component;
     component.name = Numbered_Component(index);
     component.length = 300.0;
     component.limit_uncertainty_length = index % 2 == 1;
-    for (int item = 0; item < ITEMS; ++item) {
+    for (int item = 0; item < items; ++item) {
         component.items.push_back(Item(item));
     }
     for (int identifier = 0; identifier < IDENTIFIERS; ++identifier) {
@@ -86,7 +86,7 @@ TReportBudget Report_Budget()
     TReportBudget budget;
     for (int index = 0; index < COMPONENTS; ++index) {
         budget.document.Add_Component(Numbered_Component(index));
-        budget.document.Update_Component(Component(index));
+        budget.document.Update_Component(Component(index, ITEMS));
     }
     budget.groups = Groups();
     budget.input_data.temperature_minimum = 19.5;
@@ -94,6 +94,17 @@ TReportBudget Report_Budget()
     budget.input_data.temperature_gradient = 0.5;
     budget.input_data.report_increment = 10.0;
     budget.input_data.report_end = 1190.0;
+    return budget;
+}
+
+TReportBudget Individual_Budget(int items)
+{
+    TReportBudget budget;
+    TNorvexaData::TComponent component = Component(0, items);
+    component.mode = TNorvexaData::UC_MODE_INDIVIDUAL;
+    budget.document.Add_Component(component.name);
+    budget.document.Update_Component(component);
+    budget.groups = {{"Items", budget.document.Enum_Reportable_Components()}};
     return budget;
 }
 

@@ -7,17 +7,21 @@
 
 #include <vector>
 
-/// A budget as large as a laboratory's: 20 components with 50 items and three identifiers each, and ten report groups.
 struct TReportBudget
 {
     TNorvexa document;
     std::vector<TVariable> variables;
-    std::vector<TGroup> groups; ///< the first has all components, the others two each
-    TInputData input_data;      ///< a range of 120 lengths
+    std::vector<TGroup> groups; ///< the first has all components
+    TInputData input_data;
 };
 
-/// The same budget each time. All its items are linear and evaluate at every length.
+/// A budget as large as a laboratory's: 20 components with 50 items and three identifiers each, ten report groups, of
+/// which all but the first have two components each, and a range of 120 lengths. It is the same each time, and all its
+/// items are linear and evaluate at every length.
 TReportBudget Report_Budget();
+
+/// One component whose items are reported each on its own, all of them in the only group.
+TReportBudget Individual_Budget(int items);
 
 /// The expressions of all items, in the order of components and items.
 QStringList Expressions(const TReportBudget& budget);

@@ -1,7 +1,6 @@
 #include "benchmarks/reportwindow.h"
 
 #include "benchmarks/child.h"
-#include "benchmarks/reportbudget.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -13,9 +12,8 @@
 #include <QPushButton>
 #include <QTreeWidget>
 
-TReportWindow::TReportWindow()
+TReportWindow::TReportWindow(const TReportBudget& budget)
 {
-    const TReportBudget budget = Report_Budget();
     const QString file_name = d_folder.filePath("budget.norvexa");
 
     d_group = budget.groups.front().name;

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "benchmarks/reportbudget.h"
 #include "src/norvexaeditor.h"
 
 #include <QList>
@@ -11,12 +12,12 @@
 
 class QFileDialog;
 
-/// The main window with the budget of reportbudget.h, shown with the report of all its components in front.
+/// The main window with a budget, shown with the report of its first group in front.
 class TReportWindow : public QObject
 {
 public:
     /// Throws std::runtime_error when the budget cannot be written or read.
-    TReportWindow();
+    explicit TReportWindow(const TReportBudget& budget = Report_Budget());
 
     /// Evaluates the report anew and paints it.
     void Show_Report();

@@ -9,6 +9,7 @@ const std::vector<TWorkload>& Workloads()
         {"Expressions/100000_groups", "100,000 nested groups", "10 texts of 10,000 nested groups", 1.3},
         {"Report/screen_1000_items", "the report of 1,000 items on screen", "a bare table of the same texts", 0.2,
          TWorkload::TLimit::SECONDS},
+        {"Report/individual_1000", "the report of 1,000 items, each on its own", "10 times that of 100 items", 1.0},
         {"Export/csv_1000_items", "1,000 items at 120 lengths, as CSV",
          "evaluations, number texts, one append to a text edit, one write", 3.0},
         {"Files/load", "a budget of 200 components and 4,000 items loaded, safety pass included",

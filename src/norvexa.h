@@ -25,7 +25,8 @@ public:
     bool Load(const QString& file_name, std::vector<TVariable>* variables, std::vector<TGroup>* groups,
               TInputData* input_data);
 
-    /// Writes the newest version of the format. On failure Last_Error() says why.
+    /// Writes the newest version of the format. On failure Last_Error() says why; a file that is too large to be loaded
+    /// again is written all the same, and counts as a failure.
     bool Save(const QString& file_name, const std::vector<TVariable>& variables, const std::vector<TGroup>& groups,
               const TInputData& input_data) const;
 
@@ -141,6 +142,14 @@ public:
         double component_length = 0.0; ///< mm
     };
 
+    /// An item with what is evaluated under its name: of items of the same name the first. Valid until the budget
+    /// changes.
+    struct TListedItem
+    {
+        const TComponentItem* item = nullptr;
+        TBoundItem evaluated;
+    };
+
     /// What is reported under one name, for one identifier. Valid until the budget changes.
     struct TBoundReportable
     {
@@ -150,9 +159,9 @@ public:
 
     TBoundItem Bind_Item(const QString& component, const QString& item, const QString& identifier) const;
 
-    /// All items of the component, in order; of items of the same name each stands for the first. Empty if the
-    /// component does not exist.
-    std::vector<TBoundItem> Bind_Items(const QString& component, const QString& identifier) const;
+    /// The items of that name, or all of the component if `item` is empty, in order. Empty if the component does not
+    /// exist.
+    std::vector<TListedItem> Bind_Items(const QString& component, const QString& item, const QString& identifier) const;
     TBoundReportable Bind_Reportable(const QString& reportable, const QString& identifier) const;
 
     /// Like Evaluate_Component_Item.
@@ -173,8 +182,6 @@ private:
     static double Applicable_Length(const TComponent& component, const QString& identifier);
 
     // Evaluation
-
-    static TBoundItem Bind(const TComponent& component, const TComponentItem& item, const QString& identifier);
 
     /// The signed standard uncertainty of an item, per metre if it is length-dependent. False if its expression cannot
     /// be evaluated.

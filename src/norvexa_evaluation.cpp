@@ -58,26 +58,34 @@ TNorvexa::TBoundItem TNorvexa::Bind_Item(const QString& component, const QString
     const TComponent* const owner = Find_Component(component);
     const TComponentItem* const found = owner ? Find_Item(*owner, item) : nullptr;
 
-    return found ? Bind(*owner, *found, identifier) : TBoundItem();
+    if (!found) {
+        return {};
+    }
+    return {owner, found, &Applicable_Expression(*found, identifier), Applicable_Length(*owner, identifier)};
 }
 
-std::vector<TNorvexa::TBoundItem> TNorvexa::Bind_Items(const QString& component, const QString& identifier) const
+std::vector<TNorvexa::TListedItem> TNorvexa::Bind_Items(const QString& component, const QString& item,
+                                                        const QString& identifier) const
 {
     const TComponent* const owner = Find_Component(component);
-    std::vector<TBoundItem> bound;
+    std::vector<TListedItem> listed;
     if (!owner) {
-        return bound;
+        return listed;
     }
 
-    QHash<QString, const TComponentItem*> first_items;
-    for (const TComponentItem& item : owner->items) {
-        const TComponentItem*& first = first_items[item.name];
-        if (!first) {
-            first = &item;
+    const double component_length = Applicable_Length(*owner, identifier);
+    QHash<QString, TBoundItem> first_items;
+    for (const TComponentItem& candidate : owner->items) {
+        if (!item.isEmpty() && candidate.name != item) {
+            continue;
         }
-        bound.push_back(Bind(*owner, *first, identifier));
+        TBoundItem& first = first_items[candidate.name];
+        if (!first.item) {
+            first = {owner, &candidate, &Applicable_Expression(candidate, identifier), component_length};
+        }
+        listed.push_back({&candidate, first});
     }
-    return bound;
+    return listed;
 }
 
 TNorvexa::TBoundReportable TNorvexa::Bind_Reportable(const QString& reportable, const QString& identifier) const
@@ -93,17 +101,12 @@ TNorvexa::TBoundReportable TNorvexa::Bind_Reportable(const QString& reportable, 
         return bound;
     }
     bound.is_sum = true;
-    if (const TComponent* const found = Find_Component(component)) {
-        for (const TComponentItem& summand : found->items) {
-            bound.items.push_back(Bind(*found, summand, identifier));
-        }
+    // Only the expression of a summand goes by its name.
+    for (const TListedItem& listed : Bind_Items(component, QString(), identifier)) {
+        bound.items.push_back(listed.evaluated);
+        bound.items.back().item = listed.item;
     }
     return bound;
-}
-
-TNorvexa::TBoundItem TNorvexa::Bind(const TComponent& component, const TComponentItem& item, const QString& identifier)
-{
-    return {&component, &item, &Applicable_Expression(item, identifier), Applicable_Length(component, identifier)};
 }
 
 // Values

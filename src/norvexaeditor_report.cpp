@@ -36,9 +36,18 @@ double Page_Count(double start, double end, double increment)
     return std::floor(std::trunc((end - start) / increment + 0.5) / LENGTHS_PER_PAGE) + 1.0;
 }
 
+// An increment of half the way to the next number, or less, is rounded away: at exactly half at every other position.
+bool Moves(double position, double increment)
+{
+    const double next = std::nextafter(position, std::numeric_limits<double>::infinity());
+
+    return increment > (next - position) / 2.0;
+}
+
+// Numbers lie furthest apart at the ends of what the positions may reach. An end beyond all numbers moves no further.
 bool Makes_Progress(double start, double end, double increment)
 {
-    return start + increment > start && end + increment > end;
+    return Moves(start, increment) && Moves(end + increment * 0.5, increment);
 }
 
 } // namespace
@@ -190,8 +199,8 @@ QStringList TNorvexaEditor::Variable_List(const QString& component, const QStrin
 QStringList TNorvexaEditor::Variable_List(const QString& component, const QString& identifier) const
 {
     QStringList names;
-    for (const TNorvexa::TBoundItem& item : d_norvexa.Bind_Items(component, identifier)) {
-        names += Expression_Names(*item.expression);
+    for (const TNorvexa::TListedItem& listed : d_norvexa.Bind_Items(component, QString(), identifier)) {
+        names += Expression_Names(*listed.evaluated.expression);
     }
     names.removeDuplicates();
     return names;

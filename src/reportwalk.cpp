@@ -53,15 +53,10 @@ TReportWalk::TRecord TReportWalk::Bound_Record(const TReportRecord& record) cons
 {
     TRecord bound;
     bound.record = &record;
-    const std::vector<TNorvexa::TBoundItem> items = d_document->Bind_Items(record.component, record.identifier);
-    const int component = d_document->Component_Index(record.component);
-
-    for (std::size_t index = 0; index < items.size(); ++index) {
-        const TNorvexaData::TComponentItem item = d_document->Component_Item(component, static_cast<int>(index));
-        if (record.item.isEmpty() || record.item == item.name) {
-            bound.items.push_back(items[index]);
-            bound.rows.push_back(Row(*d_document, item, *items[index].expression));
-        }
+    for (const TNorvexa::TListedItem& listed :
+         d_document->Bind_Items(record.component, record.item, record.identifier)) {
+        bound.items.push_back(listed.evaluated);
+        bound.rows.push_back(Row(*d_document, *listed.item, *listed.evaluated.expression));
     }
     return bound;
 }

@@ -67,7 +67,8 @@ protected:
 class TReportWalk
 {
 public:
-    /// Document and records must outlive the walk, and neither they nor the budget may change meanwhile.
+    /// Document and records must outlive the walk, and neither the records nor the budget may change meanwhile. The
+    /// expression variables of the document may.
     TReportWalk(TNorvexa* document, const std::vector<TReportRecord>& variable_records,
                 const std::vector<TReportRecord>& group_records);
 

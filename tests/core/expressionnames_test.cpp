@@ -33,6 +33,7 @@ INSTANTIATE_TEST_SUITE_P(
             "Words_that_begin_with_an_underscore_or_a_digit_are_dropped", "sqrt(sumsq(a1,b_2)*2)+_x+3y", {"a1", "b_2"}},
         TNamesCase{"Functions_are_recognised_in_any_case", "SQRT(a)+SumSq(b,c)", {"a", "b", "c"}},
         TNamesCase{"A_function_name_without_parenthesis_is_a_name", "sqrt*2", {"sqrt"}},
+        TNamesCase{"The_end_of_a_word_is_a_function_too", "xsqrt(a)+ysumsq(b)", {"x", "a", "y", "b"}},
         TNamesCase{"Every_operator_separates", "a*b+c-d/e^f,g(h)", {"a", "b", "c", "d", "e", "f", "g", "h"}},
         TNamesCase{"The_first_of_equal_names_is_kept", "b+a+b+a", {"b", "a"}},
         TNamesCase{"Names_that_differ_in_case_are_different", "Var+var", {"Var", "var"}},

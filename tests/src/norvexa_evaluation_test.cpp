@@ -435,6 +435,29 @@ TEST(TNorvexaEvaluation, A_sum_component_uses_the_expressions_of_the_identifier)
     EXPECT_EQ(Component_At(budget, "Laser", "Z", 500.0), (TResult{5.0, true}));
 }
 
+TEST(TNorvexaEvaluation, Items_of_one_name_have_the_expression_of_the_first_in_a_sum)
+{
+    TNorvexaData::TComponentItem first = Item("Noise", "3");
+    TNorvexaData::TComponentItem second = Item("Noise", "4");
+    first.replacement_items = {{"A", "5", false}};
+    second.replacement_items = {{"A", "7", false}};
+    const TNorvexa budget = Budget(Laser({first, second}));
+
+    EXPECT_EQ(Component_At(budget, "Laser", "", 500.0), (TResult{Combined(3.0 * 3.0 + 3.0 * 3.0, 0.0), true}));
+    EXPECT_EQ(Component_At(budget, "Laser", "A", 500.0), (TResult{Combined(5.0 * 5.0 + 5.0 * 5.0, 0.0), true}));
+}
+
+TEST(TNorvexaEvaluation, Items_of_one_name_keep_all_but_the_expression_in_a_sum)
+{
+    const TNorvexa budget =
+        Budget(Laser({Item("Noise", "0.3", CONSTANT, RECTANGULAR, 0.7), Item("Noise", "0.9", LENGTH, NORMAL, 1.1)}));
+
+    const double constant = 0.3 * 0.7 / ROOT_3;
+    const double length_dependent = (777.0 / 1000.0) * (0.3 * 1.1);
+    const double expected = Combined(constant * constant, length_dependent * length_dependent);
+    EXPECT_EQ(Component_At(budget, "Laser", "", 777.0), (TResult{expected, true}));
+}
+
 TEST(TNorvexaEvaluation, An_individual_item_is_reported_like_the_item_itself)
 {
     TNorvexaData::TComponent laser = Laser({Item("Noise", "-0.1", LENGTH), Item("Broken", "2*")});

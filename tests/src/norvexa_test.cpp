@@ -341,6 +341,9 @@ INSTANTIATE_TEST_SUITE_P(
                                      "item before"},
                       TReportableRow{"Other_case", "laser", false, "component before", "item before"},
                       TReportableRow{"Other_blanks", "Probe-Lobing", false, "component before", "item before"},
+                      TReportableRow{"Other_separator", "Probe + Lobing", false, "component before", "item before"},
+                      TReportableRow{"Other_component", "Prope - Lobing", false, "component before", "item before"},
+                      TReportableRow{"Other_item", "Probe - Robing", false, "component before", "item before"},
                       TReportableRow{"Empty", "", false, "component before", "item before"},
                       TReportableRow{"Unknown", "Unknown", false, "component before", "item before"}),
     Title<TReportableRow>);

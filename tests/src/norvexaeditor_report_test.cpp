@@ -898,6 +898,23 @@ TEST_F(TNorvexaEditorReport, Shows_the_members_before_one_that_cannot_be_identif
                                     "Scale|[Default]|||||", "Drift||Constant|Bend|1.000000|Normal|ERR"}));
 }
 
+// The variables are replaced behind the last member only.
+TEST_F(TNorvexaEditorReport, Knows_the_variables_of_the_former_report_where_a_member_cannot_be_identified)
+{
+    TBudgetFile budget = Budget_With_Beam("Bend", "3");
+    budget.groups.push_back({"Part", {"Scale", "Gone"}});
+    Show_Report(budget);
+    ASSERT_EQ(Table().last(), "Drift||Constant|Bend|1.000000|Normal|3.000000");
+
+    Choose_Group("Part");
+
+    EXPECT_EQ(Log_Lines(), Head_Lines("Part") + Entry_Lines("Scale") +
+                               QStringList({Line({"Processing", "Gone"}), NOT_IDENTIFIED_LINE}) +
+                               Table_Head_Lines("250.000") +
+                               QStringList({Line({"Scale"}), Item_Line("3.000000", "Drift")}));
+    EXPECT_EQ(Table(), QStringList({"Scale|[Default]|||||", "Drift||Constant|Bend|1.000000|Normal|3.000000"}));
+}
+
 TEST_F(TNorvexaEditorReport, Ends_at_a_member_that_the_user_has_removed)
 {
     TBudgetFile budget = Budget_With_Beam("0.003", "3");

@@ -54,6 +54,12 @@ const TRange RANGES[] = {
     {"More_lengths_than_a_number_of_32_bits", "0", "2200000000", "1", Too_Many_Pages("183333334"), 0},
     {"A_start_that_the_increment_does_not_move", "1e18", "1.000000000000001e18", "50", No_Step("50.000000"), 0},
     {"A_start_between_whose_neighbours_the_increment_falls", "1e16", "10000000000000100", "1", No_Step("1.000000"), 0},
+    {"A_last_length_that_the_increment_does_not_move", "9007199254740987", "9007199254740991", "1", No_Step("1.000000"),
+     0},
+    {"A_last_length_that_the_increment_still_moves", "9007199254740980", "9007199254740990", "1", QString(), 11},
+    {"Every_other_length_that_the_increment_does_not_move", "9007199254740994", "9007199254740998", "1",
+     No_Step("1.000000"), 0},
+    {"A_last_length_beyond_all_numbers", "0", "1e308", "1.7e308", No_Step(Fixed_Text(1.7e308, 6)), 0},
 };
 
 class TSequenceRanges : public TSequenceFixture, public ::testing::WithParamInterface<TRange>

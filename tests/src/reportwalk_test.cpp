@@ -283,6 +283,24 @@ TEST_F(ReportWalk, Evaluates_the_one_item_of_a_record_in_group_and_variable_reco
                                         "Scale.A: ends for the group"}));
 }
 
+TEST_F(ReportWalk, Evaluates_each_of_the_items_of_one_name_as_the_first)
+{
+    TItem first = Item("Drift", "3");
+    TItem second = Item("Drift", "4", TNorvexaData::LENGTH_DEPENDENT_LINEAR);
+    second.sensitivity = 2.0;
+    second.distribution = TNorvexaData::DISTRIBUTION_U;
+    document = Document({Component("Scale", {first, Item("Joint", "5"), second})});
+    const QString first_row = "Drift | Linear | Constant | 3 | 1 | Normal | Type B | 1 | 3 | valid";
+    const QString second_row = "Drift | Linear | Length Dependent | 3 | 2 | U | Type B | 1.41421356237 | 3 | valid";
+
+    Walk_Group({Record("Scale")});
+    EXPECT_EQ(told.rows, QStringList({first_row, "Joint | Linear | Constant | 5 | 1 | Normal | Type B | 1 | 5 | valid",
+                                      second_row}));
+
+    Walk_Group({Item_Record("Scale", "Drift")});
+    EXPECT_EQ(told.rows, QStringList({first_row, second_row}));
+}
+
 TEST_F(ReportWalk, Has_no_row_for_an_item_that_the_component_does_not_have)
 {
     document = Document({Component("Scale", {Item("Drift", "1")})});
