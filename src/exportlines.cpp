@@ -5,6 +5,8 @@
 #include "src/csvcells.h"
 #include "src/reportrows.h"
 
+#include <QHash>
+
 #include <algorithm>
 #include <cmath>
 #include <functional>
@@ -18,6 +20,9 @@ using TExportData = TReportWidget::TExportData;
 using TExportVariableData = TReportWidget::TExportVariableData;
 using TFormattedLines = TReportWidget::TFormattedLines;
 using TNumberFormat = std::function<QString(double)>;
+
+/// Of each source, in their order.
+using TSourceVariables = QHash<QString, std::vector<const TExportVariableData*>>;
 
 /// The number formats of one copy of the lines.
 struct TNumberFormats
@@ -137,21 +142,31 @@ QString Data_Row(const QString& heading, const QString& name, const std::vector<
     return ',' + heading + ',' + CSV_Cell(name) + Number_Cells(values, format);
 }
 
-void Append_Variable_Rows(const TExportData& record, const std::vector<TExportVariableData>& variables,
-                          const TNumberFormat& format, std::vector<QString>* lines)
+TSourceVariables Variables_By_Source(const std::vector<TExportVariableData>& variables)
 {
-    QString heading = record.is_variable ? "Export Variables" : "Local Variables";
-
+    TSourceVariables by_source;
     for (const TExportVariableData& variable : variables) {
-        if (variable.source == record.component) {
-            lines->push_back(Data_Row(heading, variable.name, variable.values, format));
-            heading.clear();
-        }
+        by_source[variable.source].push_back(&variable);
+    }
+    return by_source;
+}
+
+void Append_Variable_Rows(const TExportData& record, const TSourceVariables& variables, const TNumberFormat& format,
+                          std::vector<QString>* lines)
+{
+    const auto found = variables.constFind(record.component);
+    if (found == variables.constEnd()) {
+        return;
+    }
+    QString heading = record.is_variable ? "Export Variables" : "Local Variables";
+    for (const TExportVariableData* variable : *found) {
+        lines->push_back(Data_Row(heading, variable->name, variable->values, format));
+        heading.clear();
     }
 }
 
 // A block goes on as long as the component is the same, whatever its identifiers.
-void Append_Component_Blocks(const std::vector<TExportData>& records, const std::vector<TExportVariableData>& variables,
+void Append_Component_Blocks(const std::vector<TExportData>& records, const TSourceVariables& variables,
                              const TNumberFormat& format, std::vector<QString>* lines)
 {
     const TExportData* previous = nullptr;
@@ -175,9 +190,8 @@ std::vector<double> Uncertainties(const std::vector<TVector2>& points)
     return uncertainties;
 }
 
-std::vector<QString> Data_Lines(const std::vector<TExportData>& records,
-                                const std::vector<TExportVariableData>& variables, const std::vector<TVector2>& points,
-                                const TNumberFormats& formats)
+std::vector<QString> Data_Lines(const std::vector<TExportData>& records, const TSourceVariables& variables,
+                                const std::vector<TVector2>& points, const TNumberFormats& formats)
 {
     const std::vector<double> positions = records.empty() ? std::vector<double>() : records.front().positions;
     std::vector<QString> lines;
@@ -255,12 +269,13 @@ TReportWidget::TExportLines Export_Lines(const std::vector<TExportData>& records
                                          const std::vector<TExportVariableData>& variables,
                                          const std::vector<TVector2>& points)
 {
+    const TSourceVariables by_source = Variables_By_Source(variables);
     TReportWidget::TExportLines lines;
 
     lines.budget_definition = Both(Definition_Lines(records));
     lines.global_variables = Both(Global_Variable_Lines(variables));
-    lines.budget_data = {Data_Lines(records, variables, points, CSV_Formats()),
-                         Data_Lines(records, variables, points, PDF_Formats())};
+    lines.budget_data = {Data_Lines(records, by_source, points, CSV_Formats()),
+                         Data_Lines(records, by_source, points, PDF_Formats())};
     lines.formula = Formula(points);
     return lines;
 }

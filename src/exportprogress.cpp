@@ -10,6 +10,7 @@
 #include <QPushButton>
 #include <QVBoxLayout>
 
+#include <algorithm>
 #include <utility>
 
 TExportProgress::TClock TExportProgress::Started_Clock()
@@ -33,16 +34,19 @@ TExportProgress::TExportProgress(int length_count, QWidget* parent, TClock clock
 
 bool TExportProgress::Go_On(int done)
 {
-    if (!d_is_shown && d_clock() < PATIENCE_MS) {
+    if (!d_is_shown && (done == d_length_count || d_clock() < PATIENCE_MS)) {
         return true;
     }
-    d_label->setText(tr("Length %1 of %2").arg(done + 1).arg(d_length_count));
+    d_label->setText(tr("Length %1 of %2").arg(std::min(done + 1, d_length_count)).arg(d_length_count));
     d_bar->setValue(done);
     if (!d_is_shown) {
         d_is_shown = true;
         show();
     }
     QCoreApplication::processEvents();
+    if (d_is_cancelled) {
+        QDialog::reject();
+    }
     return !d_is_cancelled;
 }
 
@@ -50,7 +54,6 @@ bool TExportProgress::Go_On(int done)
 void TExportProgress::reject()
 {
     d_is_cancelled = true;
-    QDialog::reject();
 }
 
 void TExportProgress::Create_Controls()

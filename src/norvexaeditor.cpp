@@ -8,7 +8,14 @@
 #include <QApplication>
 #include <QTabWidget>
 
+#include <cstddef>
 #include <utility>
+
+namespace {
+
+constexpr std::size_t LARGEST_LOG_PIECE = 100000; // lines
+
+} // namespace
 
 // Construction
 
@@ -17,6 +24,7 @@ TNorvexaEditor::TNorvexaEditor(QWidget* parent) : QMainWindow(parent)
     Create_Pages();
     Create_Central_Widget();
     Create_Actions();
+    Group_Actions();
     Create_Tool_Bar();
     Create_Menus();
     Describe_Tabs();
@@ -100,10 +108,12 @@ void TNorvexaEditor::Write_Log_Text(const QString& field_1, const QString& field
     Flush_Log();
 }
 
-// What is collected goes in one piece at the end.
+// What is collected goes in one piece at the end, or in several where it would take too much memory until then.
 void TNorvexaEditor::Flush_Log()
 {
-    if (!d_log_is_collected && !d_log_lines.empty()) {
+    const bool waits = d_log_is_collected && d_log_lines.size() < LARGEST_LOG_PIECE;
+
+    if (!waits && !d_log_lines.empty()) {
         d_log->Append(std::exchange(d_log_lines, {}));
     }
 }

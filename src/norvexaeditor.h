@@ -12,6 +12,7 @@
 #include <vector>
 
 class QAction;
+class QActionGroup;
 class QGridLayout;
 class QKeySequence;
 class QLabel;
@@ -172,6 +173,7 @@ private:
     void Create_Log();
     void Create_Central_Widget();
     void Create_Actions();
+    void Group_Actions();
     void Create_Tool_Bar();
     void Create_Menus();
     void Describe_Tabs();
@@ -183,6 +185,7 @@ private:
     void Connect_Pages();
 
     // Document (norvexaeditor_document)
+    static bool Is_Dialog_Open();
     bool Is_Loss_Refused(const QString& question);
     bool Is_Overwriting_Confirmed(const QString& file_name);
     bool Ask(const QString& text, const QString& informative_text);
@@ -244,10 +247,10 @@ private:
     bool Is_Report_Range_Valid(double start, double end, double increment);
 
     // Export (norvexaeditor_export)
-    QString Ask_For_Export_File();
+    QString Ask_For_Export_File(int output_mode);
     TExportEnd Collect_Export(const QString& group, const std::vector<double>& lengths);
     TExportEnd Update_Exports(const std::vector<double>& lengths, TExportProgress* progress);
-    void Write_Export(const QString& file_name);
+    void Write_Export(int output_mode, const QString& file_name);
 
     QTabWidget* d_tab_widget = nullptr;
     TBudgetTree* d_budget_tree = nullptr;
@@ -260,6 +263,7 @@ private:
     TLogView* d_log = nullptr;
     TMessageBox* d_message_box = nullptr;
 
+    QActionGroup* d_actions = nullptr; ///< all of them, to be disabled at once
     QAction* d_action_new = nullptr;
     QAction* d_action_open = nullptr;
     QAction* d_action_save = nullptr;

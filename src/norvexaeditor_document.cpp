@@ -31,13 +31,6 @@ bool Has_Suffix(const QString& file_name)
     return file_name.endsWith(SUFFIX, Qt::CaseInsensitive);
 }
 
-// While a dialog waits for its answer, no file may take the budget away from under it. The window system keeps a drag
-// out then, but not one that was over the window before the dialog opened.
-bool Is_Dialog_Open()
-{
-    return QApplication::activeModalWidget() != nullptr;
-}
-
 } // namespace
 
 // Commands
@@ -50,11 +43,11 @@ void TNorvexaEditor::New()
     }
     // The variables, the input block and the file name stay, on purpose: the next budget is often one for the same
     // machine.
+    Clear_Selected_Names();
     d_norvexa.Clear_Components();
     d_log->clear();
     Reset_Report_And_Groups();
     Update_BudgetTree();
-    Clear_Selected_Names();
     Select_BudgetTree_Item(QString(), QString());
     Update_Reportable_Components();
 
@@ -136,6 +129,7 @@ void TNorvexaEditor::Load_Data(const QString& file_name)
         Report_Failure(document.Last_Error());
         return;
     }
+    Clear_Selected_Names();
     d_norvexa = std::move(document);
     d_file_name = file_name;
     Remember_Directory(file_name);
@@ -154,7 +148,6 @@ void TNorvexaEditor::Show_Loaded_Budget(const std::vector<TVariable>& variables,
     Report_Groups_Changed();
 
     Update_BudgetTree();
-    Clear_Selected_Names();
     Select_BudgetTree_Item(QString(), QString());
 
     d_modified = false;
@@ -215,6 +208,11 @@ void TNorvexaEditor::Remember_Directory(const QString& file_name)
 }
 
 // Questions
+
+bool TNorvexaEditor::Is_Dialog_Open()
+{
+    return QApplication::activeModalWidget() != nullptr;
+}
 
 bool TNorvexaEditor::Is_Loss_Refused(const QString& question)
 {
@@ -278,6 +276,8 @@ void TNorvexaEditor::closeEvent(QCloseEvent* event)
     }
 }
 
+// While a dialog waits for its answer, no file may take the budget away from under it. The window system keeps a drag
+// out then, but not one that was over the window before the dialog opened.
 void TNorvexaEditor::dragEnterEvent(QDragEnterEvent* event)
 {
     if (event->mimeData()->hasFormat("text/uri-list") && !Is_Dialog_Open()) {

@@ -10,8 +10,10 @@
 #include "src/reportwidget.h"
 #include "src/variablewidget.h"
 
+#include <QActionGroup>
 #include <QFileDialog>
 #include <QPair>
+#include <QScopeGuard>
 #include <QScopedValueRollback>
 #include <QSet>
 
@@ -41,8 +43,11 @@ std::vector<double> Export_Lengths(double start, double end, double increment)
 class TNorvexaEditor::TExportReport : public TLoggedReport
 {
 public:
-    explicit TExportReport(TNorvexaEditor* window)
-        : TLoggedReport(window), d_walk(&window->d_norvexa, window->d_variable_records, window->d_group_records)
+    // What the window has collected is copied, because it may collect anew before the export ends.
+    TExportReport(TNorvexaEditor* window, TNorvexa* document)
+        : TLoggedReport(window), d_document(document), d_global_variables(window->d_global_variables),
+          d_variable_records(window->d_variable_records), d_group_records(window->d_group_records),
+          d_walk(document, d_variable_records, d_group_records)
     {}
 
     // False, after Units_Mixed, when the group mixes linear and temperature items.
@@ -68,7 +73,7 @@ public:
     void Data_Variable_Failed(const TReportRecord& record, const QString& name) override
     {
         TLoggedReport::Data_Variable_Failed(record, name);
-        Window()->d_norvexa.Add_Expression_Variable(name, 0.0);
+        d_document->Add_Expression_Variable(name, 0.0);
         Add_Variable(record.component, name, 0.0);
     }
 
@@ -100,9 +105,9 @@ private:
     // Nothing of the length before is left.
     void Set_Global_Variables()
     {
-        Window()->d_norvexa.Reset_Expression_Variables();
-        for (const TVariable& variable : Window()->d_global_variables) {
-            Window()->d_norvexa.Add_Expression_Variable(variable.name, variable.value);
+        d_document->Reset_Expression_Variables();
+        for (const TVariable& variable : d_global_variables) {
+            d_document->Add_Expression_Variable(variable.name, variable.value);
             Add_Variable(QString(), variable.name, variable.value);
         }
     }
@@ -118,6 +123,10 @@ private:
         }
     }
 
+    TNorvexa* d_document;
+    const std::vector<TVariable> d_global_variables;
+    const std::vector<TReportData> d_variable_records;
+    const std::vector<TReportData> d_group_records;
     TReportWalk d_walk;
     double d_length = 0.0;
     QString d_length_text;
@@ -131,6 +140,10 @@ private:
 
 void TNorvexaEditor::Generate_Export_Report(const QString& group)
 {
+    // A screen reader presses a button past a dialog, be it the progress of an export.
+    if (Is_Dialog_Open()) {
+        return;
+    }
     Commit_Focused_Editor();
     d_log->clear();
     const double start = d_variable_widget->Start_Position();
@@ -140,15 +153,14 @@ void TNorvexaEditor::Generate_Export_Report(const QString& group)
     if (!Is_Report_Range_Valid(start, end, increment)) {
         return;
     }
-    const QString file_name = Ask_For_Export_File();
+    const int output_mode = d_report_widget->Output_Mode();
+    const QString file_name = Ask_For_Export_File(output_mode);
     if (file_name.isEmpty()) {
         return;
     }
     switch (Collect_Export(group, Export_Lengths(start, end, increment))) {
     case TExportEnd::Complete:
-        d_report_widget->Update_Export_Uncertainty_Data();
-        d_report_widget->Format_Export_Data();
-        Write_Export(file_name);
+        Write_Export(output_mode, file_name);
         break;
     case TExportEnd::Failed:
         Report_Failure("ERR:  Cannot generate export data.");
@@ -161,9 +173,9 @@ void TNorvexaEditor::Generate_Export_Report(const QString& group)
 }
 
 // Empty when the user does not want to export after all.
-QString TNorvexaEditor::Ask_For_Export_File()
+QString TNorvexaEditor::Ask_For_Export_File(int output_mode)
 {
-    const TExportTarget target = Export_Target(d_report_widget->Output_Mode());
+    const TExportTarget target = Export_Target(output_mode);
     QString file_name = QFileDialog::getSaveFileName(this, target.caption, d_last_directory, target.filter);
 
     if (file_name.isEmpty() || Has_File_Suffix(file_name)) {
@@ -173,12 +185,15 @@ QString TNorvexaEditor::Ask_For_Export_File()
     return Is_Overwriting_Confirmed(file_name) ? file_name : QString();
 }
 
-// Fills the export records of the report page. The log gets its lines in one piece, as they are many.
+// Fills the export records of the report page. The log gets its lines in large pieces, as they are many. The actions of
+// the window are disabled meanwhile, as a screen reader would trigger them past the progress.
 TNorvexaEditor::TExportEnd TNorvexaEditor::Collect_Export(const QString& group, const std::vector<double>& lengths)
 {
     TExportEnd end = TExportEnd::Failed;
     {
         const QScopedValueRollback<bool> collect_log(d_log_is_collected, true);
+        const auto enable_actions = qScopeGuard([this] { d_actions->setEnabled(true); });
+        d_actions->setEnabled(false);
         TExportProgress progress(static_cast<int>(lengths.size()), this);
 
         Create_Report_Data(group);
@@ -194,7 +209,9 @@ TNorvexaEditor::TExportEnd TNorvexaEditor::Collect_Export(const QString& group, 
 
 TNorvexaEditor::TExportEnd TNorvexaEditor::Update_Exports(const std::vector<double>& lengths, TExportProgress* progress)
 {
-    TExportReport report(this);
+    // A copy of the budget: past the progress, a screen reader can still change the one that is open.
+    TNorvexa document = d_norvexa;
+    TExportReport report(this, &document);
 
     for (std::size_t index = 0; index < lengths.size(); ++index) {
         if (!progress->Go_On(static_cast<int>(index))) {
@@ -204,7 +221,7 @@ TNorvexaEditor::TExportEnd TNorvexaEditor::Update_Exports(const std::vector<doub
             return TExportEnd::Failed;
         }
     }
-    return TExportEnd::Complete;
+    return progress->Go_On(static_cast<int>(lengths.size())) ? TExportEnd::Complete : TExportEnd::Cancelled;
 }
 
 bool TNorvexaEditor::Update_Export(const double& length)
@@ -212,17 +229,19 @@ bool TNorvexaEditor::Update_Export(const double& length)
     bool is_complete = false;
     {
         const QScopedValueRollback<bool> collect_log(d_log_is_collected, true);
-        is_complete = TExportReport(this).Evaluate(length);
+        is_complete = TExportReport(this, &d_norvexa).Evaluate(length);
     }
     Flush_Log();
     return is_complete;
 }
 
-void TNorvexaEditor::Write_Export(const QString& file_name)
+void TNorvexaEditor::Write_Export(int output_mode, const QString& file_name)
 {
     QString reason;
 
-    switch (d_report_widget->Output_Mode()) {
+    d_report_widget->Update_Export_Uncertainty_Data();
+    d_report_widget->Format_Export_Data();
+    switch (output_mode) {
     case TReportWidget::OUTPUT_PDF:
         if (!Write_PDF_File(*d_report_widget, file_name, &reason)) {
             Report_Failure(QString("ERR:  Cannot write file '%1'.  Reason: %2").arg(file_name, reason));

@@ -13,6 +13,7 @@
 #include "src/variablewidget.h"
 
 #include <QAction>
+#include <QActionGroup>
 #include <QApplication>
 #include <QDir>
 #include <QFrame>
@@ -222,6 +223,15 @@ void TNorvexaEditor::Create_Actions()
     d_budget_tree->addActions({d_action_add_item, d_action_remove_item});
     d_action_save->installEventFilter(this);
     d_action_save_as->installEventFilter(this);
+}
+
+void TNorvexaEditor::Group_Actions()
+{
+    d_actions = new QActionGroup(this);
+    d_actions->setExclusionPolicy(QActionGroup::ExclusionPolicy::None);
+    for (QAction* action : findChildren<QAction*>(QString(), Qt::FindDirectChildrenOnly)) {
+        d_actions->addAction(action);
+    }
 }
 
 void TNorvexaEditor::Create_Tool_Bar()

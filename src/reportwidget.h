@@ -208,7 +208,7 @@ private:
     void Enable_Exports(bool enabled);
 
     TExportData* Record_To_Grow(bool is_variable, const TNames& names, double length);
-    bool Is_Next_To_Grow(bool is_variable, const TNames& names, double length);
+    void Pass_Grown_Records(double length);
     TExportData* Add_Export_Record(const TExportData& added);
 
     QComboBox* d_group_box;
@@ -222,12 +222,13 @@ private:
     bool d_table_was_blocked = false;
     int d_output_mode = OUTPUT_PDF;
 
-    // The hashes give the positions of the records, because every length looks up all of them.
+    // Each length looks up all records. Those of the items are found at the first one that has no value yet, and by the
+    // hash only where a length brings them in another order.
     std::vector<TExportData> d_export_records;
-    std::vector<TExportVariableData> d_export_variables;
     QHash<QPair<bool, TNames>, std::vector<std::size_t>> d_export_record_positions;
-    std::vector<bool> d_export_record_is_first; ///< of its names, parallel to the records
-    std::size_t d_next_export_record = 0;       ///< the one that probably grows next
+    double d_growing_length = 0.0;          ///< mm, of the last item
+    std::size_t d_grown_export_records = 0; ///< records at the front that have a value at that length
+    std::vector<TExportVariableData> d_export_variables;
     QHash<TNames, std::size_t> d_export_variable_positions;
     std::vector<TVector2> d_uncertainty_points; ///< x: length in mm, y: combined standard uncertainty in mm
     TExportLines d_export_lines;

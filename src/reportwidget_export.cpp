@@ -3,7 +3,7 @@
 #include "src/combineduncertainty.h"
 #include "src/exportlines.h"
 
-#include <utility>
+#include <algorithm>
 
 namespace {
 
@@ -11,6 +11,11 @@ namespace {
 double Value_At(const TReportWidget::TExportData& record, std::size_t index)
 {
     return index < record.values.size() ? record.values[index] : 0.0;
+}
+
+bool Is_Of(const TReportWidget::TExportData& record, bool is_variable, const QPair<QString, QString>& names)
+{
+    return record.is_variable == is_variable && record.item.name == names.second && record.component == names.first;
 }
 
 bool Needs_Value(const TReportWidget::TExportData& record, double length)
@@ -42,8 +47,7 @@ void TReportWidget::Clear_Export()
     d_export_records.clear();
     d_export_variables.clear();
     d_export_record_positions.clear();
-    d_export_record_is_first.clear();
-    d_next_export_record = 0;
+    d_grown_export_records = 0;
     d_export_variable_positions.clear();
     d_uncertainty_points.clear();
     d_export_lines = TExportLines();
@@ -69,44 +73,46 @@ void TReportWidget::Add_Export_Data(const TExportData& added, const double& leng
     Grow(grown, added.item.value, length);
 }
 
-/// An item that a group reports twice has two records, and both count, as they do in the report on screen. Null where
-/// there is none for this length.
+/// An item that comes twice at one length has two records: both count where the group reports it twice, as they do in
+/// the report on screen, and both are shown where two report data variables stand for its component. Null where there
+/// is none for this length.
 TReportWidget::TExportData* TReportWidget::Record_To_Grow(bool is_variable, const TNames& names, double length)
 {
-    if (Is_Next_To_Grow(is_variable, names, length)) {
-        return &d_export_records[d_next_export_record++];
+    Pass_Grown_Records(length);
+    if (d_grown_export_records >= d_export_records.size()) {
+        return nullptr;
     }
-    for (const std::size_t position : d_export_record_positions.value({is_variable, names})) {
-        if (Needs_Value(d_export_records[position], length)) {
-            d_next_export_record = position + 1;
-            return &d_export_records[position];
-        }
+    // Every length brings the items in the same order, so this mostly is the one.
+    TExportData& first_to_grow = d_export_records[d_grown_export_records];
+    if (Is_Of(first_to_grow, is_variable, names)) {
+        return &first_to_grow;
     }
-    return nullptr;
+    const auto found = d_export_record_positions.constFind({is_variable, names});
+    if (found == d_export_record_positions.constEnd()) {
+        return nullptr;
+    }
+    const auto position = std::find_if(found->begin(), found->end(), [this, length](std::size_t candidate) {
+        return Needs_Value(d_export_records[candidate], length);
+    });
+    return position != found->end() ? &d_export_records[*position] : nullptr;
 }
 
-/// Every length brings the records in the same order, so the one that is looked for mostly stands behind the former.
-bool TReportWidget::Is_Next_To_Grow(bool is_variable, const TNames& names, double length)
+void TReportWidget::Pass_Grown_Records(double length)
 {
-    if (d_next_export_record >= d_export_records.size()) {
-        d_next_export_record = 0;
+    if (d_growing_length != length) {
+        d_growing_length = length;
+        d_grown_export_records = 0;
     }
-    if (d_export_records.empty() || !d_export_record_is_first[d_next_export_record]) {
-        return false;
+    while (d_grown_export_records < d_export_records.size() &&
+           !Needs_Value(d_export_records[d_grown_export_records], length)) {
+        ++d_grown_export_records;
     }
-    const TExportData& record = d_export_records[d_next_export_record];
-
-    return record.is_variable == is_variable && record.item.name == names.second && record.component == names.first &&
-           Needs_Value(record, length);
 }
 
 TReportWidget::TExportData* TReportWidget::Add_Export_Record(const TExportData& added)
 {
-    std::vector<std::size_t>& positions =
-        d_export_record_positions[{added.is_variable, {added.component, added.item.name}}];
-
-    d_export_record_is_first.push_back(positions.empty());
-    positions.push_back(d_export_records.size());
+    d_export_record_positions[{added.is_variable, {added.component, added.item.name}}].push_back(
+        d_export_records.size());
     d_export_records.push_back(added);
     return &d_export_records.back();
 }

@@ -283,6 +283,31 @@ TEST(TExportLines, A_block_starts_only_when_the_component_differs_from_the_recor
                              ",,Combined"}));
 }
 
+TEST(TExportLines, The_variables_of_a_component_stand_in_their_order_whatever_stands_between_them)
+{
+    const std::vector<TExportVariableData> variables = {{"Scale", "Lc", {1.0}},   {"Beam", "Lc", {2.0}},
+                                                        {"Scale", "CTEc", {3.0}}, {"", "Td", {4.0}},
+                                                        {"Beam", "CTEd", {5.0}},  {"Scale", "L", {6.0}}};
+
+    const TLines lines = Data({Record("Beam", "Sag"), Record("Scale", "Wear")}, variables).csv;
+
+    EXPECT_EQ(lines, TLines({",,Position (mm),0.000",           //
+                             "",                                //
+                             "Beam Component ",                 //
+                             ",Local Variables,Lc,2.000000000", //
+                             ",,CTEd,5.000000000",              //
+                             ",Source,Sag,0.001000000",         //
+                             "",                                //
+                             "Scale Component ",                //
+                             ",Local Variables,Lc,1.000000000", //
+                             ",,CTEc,3.000000000",              //
+                             ",,L,6.000000000",                 //
+                             ",Source,Wear,0.001000000",        //
+                             "",                                //
+                             "Uncertainty",                     //
+                             ",,Combined"}));
+}
+
 TEST(TExportLines, Positions_are_those_of_the_first_record)
 {
     TExportData first = Record("Probe", "A", {1.0, 2.0});
@@ -378,6 +403,14 @@ const TFormulaRow FORMULAS[] = {
       ",,Uc(K=2):,0.001000+0.004000L-0.002000L^2 mm  (L is length in meters)"},
      {",,Uc(K=1):,0.00050+0.00200L-0.00100L^2 mm  (L is length in meters)",
       ",,Uc(K=2):,0.00100+0.00400L-0.00200L^2 mm  (L is length in meters)"}},
+    {"Negative_coefficients_that_round_to_0_without_plus_sign",
+     -1e-16,
+     -1e-12,
+     0.0005,
+     {",,Uc(K=1):,0.000500-0.000000L-0.000000L^2 mm  (L is length in meters)",
+      ",,Uc(K=2):,0.001000-0.000000L-0.000000L^2 mm  (L is length in meters)"},
+     {",,Uc(K=1):,0.00050-0.00000L-0.00000L^2 mm  (L is length in meters)",
+      ",,Uc(K=2):,0.00100-0.00000L-0.00000L^2 mm  (L is length in meters)"}},
     {"A_negative_constant",
      0.0,
      0.0,

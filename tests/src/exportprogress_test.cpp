@@ -84,12 +84,46 @@ TEST_F(TExportProgressTest, Says_which_length_comes_next_and_how_many_are_done)
     EXPECT_EQ(Bar()->maximum(), 120);
 }
 
-TEST_F(TExportProgressTest, Cancels_in_the_midst_of_the_events_that_it_takes)
+TEST_F(TExportProgressTest, Looks_once_more_after_the_last_length)
+{
+    Show();
+
+    EXPECT_TRUE(d_progress.Go_On(120));
+
+    EXPECT_EQ(Text(), "Length 120 of 120");
+    EXPECT_EQ(Bar()->value(), 120);
+}
+
+TEST_F(TExportProgressTest, Does_not_come_up_when_no_length_is_to_come)
+{
+    bool has_come = false;
+    Post([&has_come] { has_come = true; });
+    d_elapsed = TExportProgress::PATIENCE_MS;
+
+    EXPECT_TRUE(d_progress.Go_On(120));
+
+    EXPECT_FALSE(d_progress.isVisible());
+    EXPECT_FALSE(has_come);
+}
+
+TEST_F(TExportProgressTest, Cancels_after_the_last_length)
 {
     Show();
     Post([this] { QTest::mouseClick(Cancel(), Qt::LeftButton); });
 
+    EXPECT_FALSE(d_progress.Go_On(120));
+}
+
+TEST_F(TExportProgressTest, Is_hidden_when_all_events_are_taken_that_came_with_the_cancelling)
+{
+    Show();
+    bool was_visible = false;
+    Post([this] { QTest::mouseClick(Cancel(), Qt::LeftButton); });
+    Post([&] { was_visible = QApplication::activeModalWidget() == &d_progress; });
+
     EXPECT_FALSE(d_progress.Go_On(4));
+
+    EXPECT_TRUE(was_visible);
     EXPECT_FALSE(d_progress.isVisible());
 }
 
@@ -131,13 +165,13 @@ struct TWay
 class TWayToCancel : public TExportProgressTest, public ::testing::WithParamInterface<TWay>
 {};
 
-TEST_P(TWayToCancel, Hides_the_dialog_and_ends_the_export)
+TEST_P(TWayToCancel, Ends_the_export_and_hides_the_dialog_at_the_next_look)
 {
     Show();
 
     GetParam().act(&d_progress);
 
-    EXPECT_FALSE(d_progress.isVisible());
+    EXPECT_TRUE(d_progress.isVisible());
     EXPECT_FALSE(d_progress.Go_On(4));
     EXPECT_FALSE(d_progress.isVisible());
 }

@@ -821,6 +821,22 @@ TEST_F(TNorvexaEditorDocument, Save_As_gives_the_budget_its_file_name)
     EXPECT_EQ(Read_Budget(Path("mine.norvexa")).document.Enum_Components(), QStringList({"Probe", "Scale"}));
 }
 
+TEST_F(TNorvexaEditorDocument, A_failed_Save_As_gives_the_budget_its_file_name_all_the_same)
+{
+    Add_Component("Probe");
+    Save_As(Path("missing/mine.norvexa"));
+    const QString message = Log();
+    ASSERT_TRUE(message.contains("'" + Path("missing/mine.norvexa") + "'")) << message.toStdString();
+    Click_Tool("action_components");
+    Add_Component("Scale");
+    const int dialogs = d_answer.Seen_Count();
+
+    Click_Tool("action_save");
+
+    EXPECT_EQ(d_answer.Seen_Count(), dialogs);
+    EXPECT_EQ(Log(), message + "\n" + message);
+}
+
 TEST_F(TNorvexaEditorDocument, Save_As_leaves_the_file_that_was_opened_alone)
 {
     const QString path = Open_And_Change_Sample();

@@ -10,6 +10,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QSignalSpy>
 #include <QTest>
 #include <QTreeWidget>
 
@@ -75,7 +76,19 @@ TBudgetFile Bend_Budget(const QString& beam_expression, const QString& descripti
     return budget;
 }
 
+/// The group "Length" mixes units.
+TBudgetFile Mixed_Budget()
+{
+    TBudgetFile budget = Probe_Budget();
+    Add(&budget, "Room", {Temperature_Item("Cycle")});
+    budget.groups = {{"Length", {"Probe", "Room"}}};
+    return budget;
+}
+
 // Texts
+
+const char* const MIXED_UNITS =
+    "ERR:  Cannot mix linear and temperature expressions.  Use a variable to combine un-related items";
 
 /// A line of the log of fields that fit into their columns.
 QString Line(const QStringList& fields)
@@ -120,6 +133,27 @@ private:
     uid_t d_user;
     gid_t d_group;
     bool d_is_plain;
+};
+
+/// The most lines that a text has taken at once.
+class TLargestPiece
+{
+public:
+    explicit TLargestPiece(const QPlainTextEdit* text)
+    {
+        QObject::connect(text, &QPlainTextEdit::textChanged, &d_context, [this, text] {
+            const int line_count = text->document()->isEmpty() ? 0 : text->blockCount();
+            d_size = std::max(d_size, line_count - d_line_count);
+            d_line_count = line_count;
+        });
+    }
+
+    int Size() const { return d_size; }
+
+private:
+    QObject d_context;
+    int d_line_count = 0;
+    int d_size = 0;
 };
 
 class TNorvexaEditorExport : public TExportFixture
@@ -211,6 +245,7 @@ TEST_F(TNorvexaEditorExport, Asks_for_the_name_of_a_CSV_file)
     ASSERT_EQ(d_answer.Seen_Count(), 1);
     const TModalAnswer::TSeen seen = d_answer.Seen(0);
     EXPECT_EQ(seen.title, "Enter the name of the CSV to create");
+    EXPECT_EQ(seen.parent, &d_editor);
     EXPECT_EQ(seen.name_filters, QStringList("CSV files (*.csv)"));
     EXPECT_EQ(seen.directory, d_folder.path());
     EXPECT_TRUE(seen.saves);
@@ -228,6 +263,7 @@ TEST_F(TNorvexaEditorExport, Asks_for_the_name_of_a_PDF_file)
     ASSERT_EQ(d_answer.Seen_Count(), 1);
     const TModalAnswer::TSeen seen = d_answer.Seen(0);
     EXPECT_EQ(seen.title, "Enter the name of the PDF to create");
+    EXPECT_EQ(seen.parent, &d_editor);
     EXPECT_EQ(seen.name_filters, QStringList("PDF Files (*.pdf)"));
     EXPECT_EQ(seen.directory, d_folder.path());
     EXPECT_TRUE(seen.saves);
@@ -413,6 +449,22 @@ TEST_F(TNorvexaEditorExport, Logs_the_component_of_a_data_variable_before_the_gr
         QStringList({Line({""}), Line({"Position", "Value", "Component", "Component Item"}), Line({"Beam"}),
                      Line({"", "Bend = 0.020000"}), Line({"100.000 mm", "0.020000", "Beam", "Load"}), Line({"Probe"}),
                      Line({"", "L = 100.000000"}), Line({"100.000 mm", "0.003100", "Probe", "Ball"})}));
+}
+
+TEST_F(TNorvexaEditorExport, Takes_no_more_changes_of_the_log_for_more_lengths)
+{
+    Show(Probe_Budget());
+    const QSignalSpy changes(Find<QPlainTextEdit>("log"), &QPlainTextEdit::textChanged);
+    Export_CSV(Path("short.csv"));
+    const int short_export = changes.count();
+    Type_Range("0", "1000", "10");
+    const int before = changes.count();
+
+    Export_CSV(Path("long.csv"));
+
+    ASSERT_GT(Log_Lines().size(), 500);
+    EXPECT_GT(short_export, 0);
+    EXPECT_EQ(changes.count() - before, short_export);
 }
 
 TEST_F(TNorvexaEditorExport, Leaves_the_shown_report_and_its_buttons_alone)
@@ -629,6 +681,21 @@ TEST_F(TNorvexaEditorExport, Single_items_of_a_component_share_the_rows_of_their
     EXPECT_EQ(Rows("Probe Component"), QStringList({"Probe Component ", "Probe Component "}));
 }
 
+TEST_F(TNorvexaEditorExport, Two_data_variables_of_one_component_have_its_items_twice_with_one_value_for_each_length)
+{
+    TBudgetFile budget = Probe_Budget("0.003+0*First+0*Second");
+    Add(&budget, "Beam", {Item("Load", "0.02")});
+    Add_Variable(&budget, "First", "Beam");
+    Add_Variable(&budget, "Second", "Beam");
+    Show(budget);
+
+    Export_CSV(Path("export.csv"));
+
+    EXPECT_EQ(Written_Lines().filter(",Load,0"), QStringList({",Source,Load,0.020000000,0.020000000,0.020000000",
+                                                              ",,Load,0.020000000,0.020000000,0.020000000"}));
+    EXPECT_EQ(Rows(",,Position (mm)"), QStringList(Positions_Row({0.0, 50.0, 100.0})));
+}
+
 // Items
 
 TEST_F(TNorvexaEditorExport, An_item_that_fails_counts_0)
@@ -710,21 +777,29 @@ TEST_F(TNorvexaEditorExport, A_report_with_an_error_or_without_a_group_cannot_be
 
 TEST_F(TNorvexaEditorExport, Mixed_units_end_the_export)
 {
-    TBudgetFile budget = Probe_Budget();
-    Add(&budget, "Room", {Temperature_Item("Cycle")});
-    budget.groups = {{"Length", {"Probe", "Room"}}};
-    Open_Budget(budget);
+    Open_Budget(Mixed_Budget());
     d_answer.Choose_File(Path("export.pdf"));
 
     d_editor.Generate_Export_Report("Length");
 
-    const QString mixed =
-        "ERR:  Cannot mix linear and temperature expressions.  Use a variable to combine un-related items";
     EXPECT_EQ(Log_Lines().mid(Log_Lines().size() - 6),
               QStringList({Line({"Probe"}), Line({"", "L = 0.000000"}), Line({"0.000 mm", "0.003000", "Probe", "Ball"}),
-                           Line({"Room"}), mixed, "ERR:  Cannot generate export data."}));
+                           Line({"Room"}), MIXED_UNITS, "ERR:  Cannot generate export data."}));
     EXPECT_EQ(Page(), "Log");
     EXPECT_EQ(Files(), QStringList("budget.norvexa"));
+}
+
+TEST_F(TNorvexaEditorExport, Mixed_units_leave_an_existing_file)
+{
+    Open_Budget(Mixed_Budget());
+    Write_File("export.pdf", "old");
+    d_answer.Choose_File(Path("export"));
+    d_answer.Click(QMessageBox::Yes);
+
+    d_editor.Generate_Export_Report("Length");
+
+    ASSERT_EQ(Log_Lines().last(), "ERR:  Cannot generate export data.");
+    EXPECT_EQ(Bytes(Path("export.pdf")), "old");
 }
 
 TEST_F(TNorvexaEditorExport, Temperatures_of_a_data_variable_do_not_mix_with_the_group)
@@ -749,6 +824,16 @@ TEST_F(TNorvexaEditorExport, One_length_can_be_evaluated_on_its_own)
 
     EXPECT_EQ(Log_Lines().last(), Line({"25.000 mm", "0.003025", "Probe", "Ball"}));
     EXPECT_EQ(Page(), "Budget Components");
+}
+
+TEST_F(TNorvexaEditorExport, One_length_of_mixed_units_ends_with_the_message)
+{
+    Open_Budget(Mixed_Budget());
+    d_editor.Create_Report_Data("Length");
+
+    EXPECT_FALSE(d_editor.Update_Export(25.0));
+
+    EXPECT_EQ(Log_Lines().mid(Log_Lines().size() - 2), QStringList({Line({"Room"}), MIXED_UNITS}));
 }
 
 TEST_F(TNorvexaEditorExport, One_length_of_mixed_units_fails_without_changing_the_page)
@@ -989,10 +1074,13 @@ TEST_F(TNorvexaEditorExport, Takes_a_thousand_items_at_120_lengths)
     budget.input_data.report_end = 119.0;
     budget.input_data.report_increment = 1.0;
     Show(budget);
+    const TLargestPiece piece(Find<QPlainTextEdit>("log"));
 
     Export_CSV(Path("export.csv"));
 
     EXPECT_EQ(Rows(",,Combined"), QStringList(",,Combined" + QString(",0.031622777").repeated(120)));
+    EXPECT_EQ(Log_Lines().size(), 10 + 120 * (4 + ITEMS));
     EXPECT_EQ(Log_Lines().filter(" mm ").size(), 120 * ITEMS);
+    EXPECT_EQ(piece.Size(), 100000); // no more lines wait to be shown
     EXPECT_EQ(Log_Lines().last(), Line({"119.000 mm", "0.001000", "Probe", "Item 999"}));
 }

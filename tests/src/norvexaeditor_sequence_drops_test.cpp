@@ -6,6 +6,7 @@
 #include <QDropEvent>
 #include <QFile>
 #include <QFileDialog>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QTest>
@@ -14,6 +15,7 @@
 #include <QUrl>
 
 #include <functional>
+#include <ostream>
 #include <sys/stat.h>
 
 namespace {
@@ -26,6 +28,40 @@ TBudgetFile Other_Budget()
     budget.variables = {{"Bend", "Beam", -1, 0.0}};
     budget.groups = {{"Height", {"Beam"}}};
     return budget;
+}
+
+/// The components of Workshop_Budget(), with other values in every record of "Probe".
+TBudgetFile Namesake_Budget()
+{
+    TBudgetFile budget;
+    budget.document = Workshop_Budget().document;
+    Change_Component(&budget.document, "Probe", [](TNorvexaData::TComponent* component) {
+        component->mode = TNorvexaData::UC_MODE_INDIVIDUAL;
+        component->length = 33.0;
+        component->expansion_coefficient = 0.02;
+        component->export_equipment = true;
+        component->limit_uncertainty_length = true;
+    });
+    Change_Item(&budget.document, "Probe", "Resolution", [](TNorvexaData::TComponentItem* item) {
+        item->expression = "0.9";
+        item->sensitivity = 2.0;
+        item->expression_type = TNorvexaData::LENGTH_DEPENDENT_LINEAR;
+        item->uc_type = TNorvexaData::UC_TYPE_A;
+        item->distribution = TNorvexaData::DISTRIBUTION_STEP;
+    });
+    return budget;
+}
+
+struct TField
+{
+    const char* name;
+    const char* entry;
+    const char* text;
+};
+
+void PrintTo(const TField& row, std::ostream* stream)
+{
+    *stream << row.name;
 }
 
 class TSequenceDrops : public TSequenceFixture
@@ -62,6 +98,22 @@ protected:
         });
         ask();
         return is_taken;
+    }
+
+    QString Namesake_File()
+    {
+        Write_Budget(Namesake_Budget(), Path("namesake.norvexa"));
+        return Path("namesake.norvexa");
+    }
+
+    /// Types into a field, where the cursor stays, and saves: there is nothing to be asked about.
+    void Save_With_Cursor_In(const TField& field)
+    {
+        Select_Entry(field.entry);
+        Enter(field.name, field.text);
+        Click_Tool("action_save");
+        ASSERT_EQ(Saving(), "Save As");
+        ASSERT_TRUE(Find<QLineEdit>(field.name)->hasFocus());
     }
 
     void Expect_Untouched()
@@ -303,3 +355,39 @@ TEST_F(TSequenceDrops, A_file_dropped_on_a_name_being_typed_in_the_tree_is_loade
     EXPECT_EQ(Tree_Text(), "Norvexa Data(Beam())");
     EXPECT_EQ(Check(), Model_Of(Other_Budget()));
 }
+
+// While the cursor is in a field
+
+class TSequenceDropsField : public TSequenceDrops, public ::testing::WithParamInterface<TField>
+{};
+
+TEST_P(TSequenceDropsField, Does_not_reach_the_record_of_that_name_in_the_file)
+{
+    const QString path = Namesake_File();
+    Save_With_Cursor_In(GetParam());
+
+    EXPECT_TRUE(Drop_Files({path}));
+
+    EXPECT_EQ(Check(), Model_Of(Namesake_Budget()));
+}
+
+TEST_P(TSequenceDropsField, Is_no_edit_of_a_new_budget)
+{
+    Save_With_Cursor_In(GetParam());
+
+    Press(Qt::Key_N, Qt::ControlModifier);
+
+    EXPECT_EQ(Saving(), "");
+    Expect_Unmodified();
+    TBudgetFile expected = Workshop_Budget();
+    expected.document = TNorvexa();
+    expected.groups.clear();
+    EXPECT_EQ(Check(), Model_Of(expected));
+}
+
+INSTANTIATE_TEST_SUITE_P(TSequenceDrops, TSequenceDropsField,
+                         ::testing::Values(TField{"component_length", "Probe", "7.5"},
+                                           TField{"component_expansion_coefficient", "Probe", "8.5"},
+                                           TField{"expression", "Resolution", "0.7"},
+                                           TField{"sensitivity", "Resolution", "0.5"}),
+                         [](const auto& row) { return std::string(row.param.name); });

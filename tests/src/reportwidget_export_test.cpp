@@ -45,9 +45,28 @@ TReportWidget::TReportData Chosen(TReportWidget::TReportData record, const QStri
     return record;
 }
 
+TReportWidget::TExportData Alone(const QString& component, const TItem& item)
+{
+    TReportWidget::TExportData data;
+    data.component = component;
+    data.item = item;
+    return data;
+}
+
 class TReportWidgetExport : public ::testing::Test
 {
 protected:
+    /// Adds three items at each of two lengths, which bring them in different orders.
+    void Add_Drift_Noise_Drift()
+    {
+        for (const TItem& item : {Item("Drift", 1.0), Item("Noise", 2.0), Item("Drift", 3.0)}) {
+            d_page.Add_Export_Data(Record("Scale", {item}), 0.0);
+        }
+        for (const TItem& item : {Item("Noise", 20.0), Item("Drift", 10.0), Item("Drift", 30.0)}) {
+            d_page.Add_Export_Data(Record("Scale", {item}), 50.0);
+        }
+    }
+
     /// The lines of the written file, without the empty ones.
     QStringList Written_Lines()
     {
@@ -134,16 +153,67 @@ TEST_F(TReportWidgetExport, Names_are_compared_exactly)
 
 TEST_F(TReportWidgetExport, Records_find_their_items_in_whatever_order_a_length_brings_them)
 {
-    for (const TItem& item : {Item("Drift", 1.0), Item("Noise", 2.0), Item("Drift", 3.0)}) {
-        d_page.Add_Export_Data(Record("Scale", {item}), 0.0);
-    }
-    for (const TItem& item : {Item("Noise", 20.0), Item("Drift", 10.0), Item("Drift", 30.0)}) {
-        d_page.Add_Export_Data(Record("Scale", {item}), 50.0);
-    }
+    Add_Drift_Noise_Drift();
 
     EXPECT_EQ(Data_Section().mid(2, 3),
               QStringList({",Source,Drift,1.000000000,10.000000000", ",,Noise,2.000000000,20.000000000",
                            ",,Drift,3.000000000,30.000000000"}));
+}
+
+TEST_F(TReportWidgetExport, Records_of_one_item_name_find_their_items_in_whatever_order_a_length_brings_them)
+{
+    d_page.Add_Export_Data(For_Variable(Record("Scale", {Item("Drift", 1.0)})), 0.0);
+    d_page.Add_Export_Data(Record("Scale", {Item("Drift", 2.0)}), 0.0);
+    d_page.Add_Export_Data(Record("Probe", {Item("Drift", 3.0)}), 0.0);
+    d_page.Add_Export_Data(For_Variable(Record("Probe", {Item("Drift", 4.0)})), 0.0);
+
+    d_page.Add_Export_Data(For_Variable(Record("Probe", {Item("Drift", 40.0)})), 50.0);
+    d_page.Add_Export_Data(Record("Probe", {Item("Drift", 30.0)}), 50.0);
+    d_page.Add_Export_Data(Record("Scale", {Item("Drift", 20.0)}), 50.0);
+    d_page.Add_Export_Data(For_Variable(Record("Scale", {Item("Drift", 10.0)})), 50.0);
+
+    EXPECT_EQ(Data_Section().filter("Drift"),
+              QStringList({",Source,Drift,1.000000000,10.000000000", ",,Drift,2.000000000,20.000000000",
+                           ",Source,Drift,3.000000000,30.000000000", ",,Drift,4.000000000,40.000000000"}));
+}
+
+TEST_F(TReportWidgetExport, Items_of_one_name_keep_their_order_where_others_change_it)
+{
+    d_page.Add_Export_Data(Record("Scale", {Item("Noise", 1.0), Item("Drift", 2.0), Item("Drift", 3.0)}), 0.0);
+    d_page.Add_Export_Data(Record("Scale", {Item("Drift", 20.0), Item("Drift", 30.0), Item("Noise", 10.0)}), 50.0);
+
+    EXPECT_EQ(Data_Section().mid(2, 3),
+              QStringList({",Source,Noise,1.000000000,10.000000000", ",,Drift,2.000000000,20.000000000",
+                           ",,Drift,3.000000000,30.000000000"}));
+}
+
+TEST_F(TReportWidgetExport, An_item_of_the_group_alone_leaves_the_record_of_a_variable_as_it_is)
+{
+    d_page.Add_Export_Data(For_Variable(Record("Scale", {Item("Drift", 1.0)})), 0.0);
+    d_page.Add_Export_Data(Record("Scale", {Item("Drift", 20.0)}), 50.0);
+
+    EXPECT_EQ(Data_Section().filter("Drift"), QStringList({",Source,Drift,1.000000000", ",,Drift,20.000000000"}));
+}
+
+TEST_F(TReportWidgetExport, An_item_of_one_component_alone_leaves_the_record_of_another_as_it_is)
+{
+    d_page.Add_Export_Data(Record("Scale", {Item("Drift", 1.0)}), 0.0);
+    d_page.Add_Export_Data(Record("Probe", {Item("Drift", 2.0)}), 0.0);
+    d_page.Add_Export_Data(Record("Probe", {Item("Drift", 20.0)}), 50.0);
+
+    EXPECT_EQ(Data_Section().filter("Drift"),
+              QStringList({",Source,Drift,1.000000000", ",Source,Drift,2.000000000,20.000000000"}));
+}
+
+TEST_F(TReportWidgetExport, A_length_that_comes_again_starts_with_the_first_record)
+{
+    for (const double length : {0.0, 50.0, 0.0}) {
+        d_page.Add_Export_Data(Record("Scale", {Item("Drift", 1.0 + length)}), length);
+        d_page.Add_Export_Data(Record("Scale", {Item("Drift", 2.0 + length)}), length);
+    }
+
+    EXPECT_EQ(Data_Section().filter("Drift"), QStringList({",Source,Drift,1.000000000,51.000000000,1.000000000",
+                                                           ",,Drift,2.000000000,52.000000000,2.000000000"}));
 }
 
 TEST_F(TReportWidgetExport, An_item_that_the_group_reports_twice_counts_twice)
@@ -186,6 +256,14 @@ TEST_F(TReportWidgetExport, A_record_added_as_a_whole_keeps_its_values)
                                                      ",Source,Drift,0.001000000,0.002000000,0.003000000"}));
 }
 
+TEST_F(TReportWidgetExport, An_item_added_alone_grows_the_record_of_one_added_with_its_component)
+{
+    d_page.Add_Export_Data(Record("Scale", {Item("Drift", 1.0)}), 0.0);
+    d_page.Add_Export_Data(Alone("Scale", Item("Drift", 10.0)), 50.0);
+
+    EXPECT_EQ(Data_Section().filter("Drift"), QStringList(",Source,Drift,1.000000000,10.000000000"));
+}
+
 TEST_F(TReportWidgetExport, A_record_without_items_adds_nothing)
 {
     d_page.Add_Export_Data(Record("Scale", {}), 0.0);
@@ -220,6 +298,16 @@ TEST_F(TReportWidgetExport, A_variable_takes_several_values_at_once)
     d_page.Add_Export_Variable_Data({"Scale", "Td", {3.0, 4.0}});
 
     EXPECT_EQ(Data_Section().at(2), ",Local Variables,Td,1.000000000,2.000000000,3.000000000,4.000000000");
+}
+
+TEST_F(TReportWidgetExport, Two_empty_sources_are_the_same)
+{
+    d_page.Add_Export_Data(Record("", {Item("Drift", 0.0)}), 0.0);
+    d_page.Add_Export_Variable_Data({QString(), "Td", {1.0}});
+    d_page.Add_Export_Variable_Data({QString(""), "Td", {2.0}});
+
+    EXPECT_EQ(Written_Lines().filter(",Td,"),
+              QStringList({",Td,1.000000", ",Local Variables,Td,1.000000000,2.000000000"}));
 }
 
 // Combined uncertainty
@@ -285,6 +373,18 @@ TEST_F(TReportWidgetExport, After_clearing_records_grow_from_nothing)
     EXPECT_EQ(Data_Section(),
               QStringList({",,Position (mm),50.000", "Scale Component ", ",Local Variables,Td,2.000000000",
                            ",Source,Drift,0.004000000", "Uncertainty", ",,Combined,0.004000000"}));
+}
+
+TEST_F(TReportWidgetExport, After_clearing_records_find_their_own_items)
+{
+    d_page.Add_Export_Data(Record("Scale", {Item("Noise", 7.0), Item("Wear", 8.0), Item("Drift", 9.0)}), 0.0);
+    d_page.Clear_Export();
+
+    Add_Drift_Noise_Drift();
+
+    EXPECT_EQ(Data_Section().mid(2, 3),
+              QStringList({",Source,Drift,1.000000000,10.000000000", ",,Noise,2.000000000,20.000000000",
+                           ",,Drift,3.000000000,30.000000000"}));
 }
 
 TEST_F(TReportWidgetExport, Clearing_takes_the_formatted_lines_away)

@@ -160,6 +160,15 @@ TEST_F(TReportWidgetPDF, Prints_definition_global_variables_and_data_with_the_fo
                            "Uc(K=2): 0.00200+0.00200L+0.00000L^2 mm (L is length in meters)", Foot(3)}));
 }
 
+TEST_F(TReportWidgetPDF, Prints_an_error_in_place_of_a_formula)
+{
+    Add_Component("Scale", "Drift", 1);
+
+    EXPECT_EQ(Print().back().Rows(),
+              QStringList({"Budget Data - Long scales", "Position (mm) 0.0", "Scale Component", "Source Drift 0.00100",
+                           "Uncertainty", "Combined 0.00100", "Uc(K=1): ERR", "Uc(K=2): ERR", Foot(3)}));
+}
+
 TEST_F(TReportWidgetPDF, Is_a_landscape_document_named_after_the_group)
 {
     Add_Component("Scale", "Drift", 1);

@@ -10,7 +10,6 @@
 #include <QCompleter>
 #include <QDialogButtonBox>
 #include <QFileDialog>
-#include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
@@ -137,19 +136,11 @@ TModalAnswer::TSeen Look_At_File(const QFileDialog* dialog)
     TModalAnswer::TSeen seen;
 
     seen.title = dialog->windowTitle();
+    seen.parent = dialog->parentWidget();
     seen.directory = dialog->directory().absolutePath();
     seen.file_name = File_Name_Edit(dialog)->text();
     seen.name_filters = dialog->nameFilters();
     seen.saves = dialog->acceptMode() == QFileDialog::AcceptSave;
-    return seen;
-}
-
-TModalAnswer::TSeen Look_At_Export(const TExportProgress* progress)
-{
-    TModalAnswer::TSeen seen;
-
-    seen.title = progress->windowTitle();
-    seen.text = Child<QLabel>(progress, "progress_label")->text();
     return seen;
 }
 
@@ -245,31 +236,6 @@ void TModalAnswer::Cancel_File()
     });
 }
 
-void TModalAnswer::Cancel_Export()
-{
-    Act_On_Export("cancel the export", [](TExportProgress* progress) {
-        QTest::mouseClick(Child<QPushButton>(progress, "cancel_button"), Qt::LeftButton);
-    });
-}
-
-void TModalAnswer::Press_In_Export(Qt::Key key)
-{
-    Act_On_Export(QString("press key 0x%1 in the export").arg(int(key), 0, 16),
-                  [key](TExportProgress* progress) { QTest::keyClick(progress, key); });
-}
-
-void TModalAnswer::Close_Export()
-{
-    Act_On_Export("close the export", [](TExportProgress* progress) { progress->close(); });
-}
-
-void TModalAnswer::Act_On_Export(const QString& description, const std::function<void(TExportProgress*)>& act)
-{
-    d_answers.push_back({description, [](QDialog* dialog) { return qobject_cast<TExportProgress*>(dialog) != nullptr; },
-                         [](QDialog* dialog) { return Look_At_Export(qobject_cast<TExportProgress*>(dialog)); },
-                         [act](QDialog* dialog) { act(qobject_cast<TExportProgress*>(dialog)); }});
-}
-
 int TModalAnswer::Seen_Count() const
 {
     return static_cast<int>(d_seen.size());
@@ -316,7 +282,7 @@ void TModalAnswer::Poll()
     Schedule_Poll();
 
     QWidget* modal = QApplication::activeModalWidget();
-    if (s_current != this || modal == nullptr || !modal->isVisible()) {
+    if (s_current != this || modal == nullptr || !modal->isVisible() || qobject_cast<TExportProgress*>(modal)) {
         return;
     }
     Watch(modal);
@@ -325,9 +291,6 @@ void TModalAnswer::Poll()
     const bool is_answered = Is_Answered(modal);
     const bool is_expected = dialog != nullptr && !d_answers.empty() && d_answers.front().matches(dialog);
 
-    if (!is_answered && !is_expected && qobject_cast<TExportProgress*>(modal) != nullptr) {
-        return;
-    }
     if (!is_answered && !is_expected) {
         Refuse(modal, d_answers.empty() ? "Nobody expected" : "Expected to " + d_answers.front().description);
     } else if (!is_answered) {

@@ -11,7 +11,6 @@
 #include <vector>
 
 class QFileDialog;
-class TExportProgress;
 class TNameDialog;
 
 /// Answers the modal dialogs that a test expects, as a user would: with keyboard and mouse, on the dialog itself.
@@ -30,8 +29,7 @@ class TNameDialog;
 /// - a dialog does not close on its answer: it is rejected after a while;
 /// - an answer is left over when the object goes: its dialog never opened.
 ///
-/// The progress of an export comes up only where the machine takes its time. Where it is not what is expected next, it
-/// is left alone, and goes by itself.
+/// The progress of an export comes up only where the machine takes its time. It is left alone, and goes by itself.
 ///
 /// An object without answers is a watchdog: as long as it lives no dialog may open. Objects may be nested; the one made
 /// last is in charge.
@@ -43,8 +41,8 @@ public:
     {
         QString title;
 
-        // Name dialog: the name that stood in its field. Progress of an export: what it says. Message box: the texts as
-        // its caller wrote them, without the style around them. Markup and double blanks are as written.
+        // Name dialog: the name that stood in its field. Message box: the texts as its caller wrote them, without the
+        // style around them. Markup and double blanks are as written.
         QString text;
         QString informative_text;
 
@@ -57,6 +55,7 @@ public:
         QMessageBox::Icon icon = QMessageBox::NoIcon;
 
         // File dialog only.
+        const QWidget* parent = nullptr;
         QString directory;
         QString file_name;
         QStringList name_filters;
@@ -91,14 +90,6 @@ public:
 
     /// File dialog: clicks "Cancel".
     void Cancel_File();
-
-    /// Progress of an export: clicks "Cancel", presses that key or closes it, as by the cross of its frame.
-    void Cancel_Export();
-    void Press_In_Export(Qt::Key key);
-    void Close_Export();
-
-    /// Progress of an export: does anything that ends with its closing.
-    void Act_On_Export(const QString& description, const std::function<void(TExportProgress*)>& act);
 
     /// How many dialogs were answered, and what they showed, in their order.
     int Seen_Count() const;
