@@ -1,8 +1,7 @@
-#include "core/readablestyle.h"
+#include "src/applicationlook.h"
 #include "src/norvexaeditor.h"
 
 #include <QApplication>
-#include <QIcon>
 
 #include <memory>
 
@@ -11,8 +10,7 @@ int main(int argc, char* argv[])
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication application(argc, argv);
-    QApplication::setStyle(new TReadableStyle);
-    QApplication::setWindowIcon(QIcon(":/icons/norvexaeditor.png"));
+    Set_Application_Look();
 
     const auto window = std::make_unique<TNorvexaEditor>();
     window->show();

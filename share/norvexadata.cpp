@@ -185,6 +185,11 @@ bool TNorvexaData::Remove_Component(const QString& name)
     return true;
 }
 
+void TNorvexaData::Remove_Components(const QStringList& names)
+{
+    Erase_Named(&d_components, names);
+}
+
 bool TNorvexaData::Rename_Component(const QString& old_name, const QString& new_name)
 {
     TComponent* const component = Find_Named(d_components, old_name);

@@ -152,6 +152,9 @@ public:
 
     bool Remove_Component(const QString& name);
 
+    /// For each name erases the first component of that name; names that no component has are skipped.
+    void Remove_Components(const QStringList& names);
+
     /// Refuses a name in use, the old name included.
     bool Rename_Component(const QString& old_name, const QString& new_name);
 

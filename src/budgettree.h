@@ -54,12 +54,14 @@ protected:
 
     void dataChanged(const QModelIndex& top_left, const QModelIndex& bottom_right, const QVector<int>& roles) override
     {
+        // With a layout pending it would leave the rest undone, and an open editor as it was.
+        QTreeWidget::dataChanged(top_left, bottom_right, roles);
+
         const QTreeWidgetItem* entry = itemFromIndex(top_left);
         if (uniformRowHeights() && entry != nullptr && !Is_Usual_Height(entry)) {
             setUniformRowHeights(false);
             scheduleDelayedItemsLayout();
         }
-        QTreeWidget::dataChanged(top_left, bottom_right, roles);
     }
 
 private:

@@ -328,7 +328,7 @@ void TComponentWidget::Identifier_Selected()
 {
     const QStringList names = Selected_Names();
 
-    d_remove_identifier->setEnabled(!names.isEmpty());
+    Enable_Icon_Button(d_remove_identifier, !names.isEmpty(), d_identifier_list);
     if (names.size() == 1) {
         d_calibration_date->setEnabled(true);
         d_calibration_due_date->setEnabled(true);

@@ -7,6 +7,7 @@
 #include "src/budgettree.h"
 #include "src/componentitemwidget.h"
 #include "src/componentwidget.h"
+#include "src/iconbutton.h"
 #include "src/namedialog.h"
 
 #include <QAction>
@@ -232,9 +233,9 @@ void TNorvexaEditor::BudgetTree_Remove_Item()
         return;
     }
     d_modified = true;
+    Clear_Selected_Names();
     Remove_Selected_Entries();
     Update_BudgetTree();
-    Clear_Selected_Names();
     Select_BudgetTree_Item(QString(), QString());
     Update_Reportable_Components();
     Enable_Saving();
@@ -254,15 +255,15 @@ void TNorvexaEditor::Remove_Selected_Entries()
             items[entry->parent()].append(entry->text(0));
         }
     }
+    QStringList component_names;
     for (const QTreeWidgetItem* component : components) {
         items.remove(component);
+        component_names.append(component->text(0));
     }
     for (auto part = items.cbegin(); part != items.cend(); ++part) {
         d_norvexa.Remove_Component_Items(part.key()->text(0), part.value());
     }
-    for (const QTreeWidgetItem* component : components) {
-        d_norvexa.Remove_Component(component->text(0));
-    }
+    d_norvexa.Remove_Components(component_names);
 }
 
 // Renames set neither the modified flag nor the Save actions, and leave the component lists of the other pages as they
@@ -314,6 +315,8 @@ bool TNorvexaEditor::Rename_Item_Entry(const QString& component, const QString& 
     return true;
 }
 
+// To be done before other records take the place of those on show: a field that loses the focus on the way commits what
+// it shows, and no record of the same name may take that.
 void TNorvexaEditor::Clear_Selected_Names()
 {
     d_component.clear();
@@ -324,13 +327,13 @@ void TNorvexaEditor::Clear_Selected_Names()
 void TNorvexaEditor::Enable_Add(bool enabled)
 {
     d_action_add_item->setEnabled(enabled);
-    d_add_button->setEnabled(enabled);
+    Enable_Icon_Button(d_add_button, enabled, d_budget_tree);
 }
 
 void TNorvexaEditor::Enable_Remove(bool enabled)
 {
     d_action_remove_item->setEnabled(enabled);
-    d_remove_button->setEnabled(enabled);
+    Enable_Icon_Button(d_remove_button, enabled, d_budget_tree);
 }
 
 // Component page

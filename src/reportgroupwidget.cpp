@@ -321,7 +321,7 @@ void TReportGroupWidget::Report_Group_Selection_Changed()
     const QList<QListWidgetItem*> entries = d_group_list->selectedItems();
 
     d_current_group = entries.size() == 1 ? entries.first()->text() : QString();
-    d_remove_button->setEnabled(!entries.isEmpty());
+    Enable_Icon_Button(d_remove_button, !entries.isEmpty(), d_group_list);
     d_component_list->setEnabled(entries.size() == 1);
     if (entries.size() == 1) {
         Show_Members(d_current_group);

@@ -424,14 +424,9 @@ void TVariableWidget::Remove_Variable()
 void TVariableWidget::Variable_Selection_Changed()
 {
     const bool is_user_variable = Is_User_Row(Selected_Row());
-    const bool has_focus = d_rename_button->hasFocus() || d_remove_button->hasFocus();
 
-    // A disabled button would hand its focus on to a number field, and the next key would overwrite the number.
-    if (has_focus && !is_user_variable) {
-        d_variable_list->setFocus();
-    }
-    d_rename_button->setEnabled(is_user_variable);
-    d_remove_button->setEnabled(is_user_variable);
+    Enable_Icon_Button(d_rename_button, is_user_variable, d_variable_list);
+    Enable_Icon_Button(d_remove_button, is_user_variable, d_variable_list);
 }
 
 void TVariableWidget::Variable_Selection_List_Changed(int row, const QString& text)

@@ -322,6 +322,13 @@ TEST_F(TNorvexaDataTest, Remove_Component_of_an_unknown_name_changes_nothing)
     EXPECT_EQ(Text(), before);
 }
 
+TEST_F(TNorvexaDataTest, Remove_Components_keeps_the_others_and_skips_unknown_names)
+{
+    d_budget.Remove_Components({"Unknown", "Laser"});
+
+    EXPECT_EQ(Text(), QStringList("component <Probe> mode=0 length=0 expansion=0.01 equipment=0 limit=0"));
+}
+
 TEST_F(TNorvexaDataTest, Rename_Component_changes_the_name_alone)
 {
     TNorvexaData::TComponent renamed = Laser();

@@ -94,6 +94,19 @@ TEST_F(TBudgetTreeTest, An_entry_that_gets_a_second_line_pushes_the_last_one_out
     EXPECT_TRUE(QTest::qWaitFor([this] { return d_tree.verticalScrollBar()->maximum() > 0; }));
 }
 
+TEST_F(TBudgetTreeTest, An_open_editor_shows_the_second_line_that_its_entry_gets)
+{
+    QTreeWidgetItem* entry = Root()->child(0);
+    entry->setFlags(entry->flags() | Qt::ItemIsEditable);
+    d_tree.editItem(entry);
+    auto* editor = Open_Editor(&d_tree);
+    ASSERT_NE(editor, nullptr);
+
+    entry->setText(0, TWO_LINES);
+
+    EXPECT_EQ(editor->text(), TWO_LINES);
+}
+
 TEST_F(TBudgetTreeTest, Measures_no_more_once_it_was_cleared)
 {
     Root()->child(0)->setText(0, TWO_LINES);

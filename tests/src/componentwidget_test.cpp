@@ -664,6 +664,30 @@ TEST_F(TComponentWidgetTest, A_date_is_chosen_in_the_calendar)
     EXPECT_EQ(Take_Events(), QStringList({"changed"}));
 }
 
+TEST_F(TComponentWidgetTest, The_calendar_is_made_with_the_first_click_on_its_arrow)
+{
+    Show_With({"A"});
+    Click_Entry(List(), "A");
+    ASSERT_EQ(d_page.findChildren<QCalendarWidget*>(), QList<QCalendarWidget*>());
+
+    auto* calendar = Open_Calendar(Date());
+
+    EXPECT_EQ(d_page.findChildren<QCalendarWidget*>(), QList<QCalendarWidget*>({calendar}));
+}
+
+TEST_F(TComponentWidgetTest, The_editors_of_the_calendar_take_no_drops)
+{
+    Show_With({"A"});
+    Click_Entry(List(), "A");
+
+    const QList<QLineEdit*> editors = Open_Calendar(Date())->findChildren<QLineEdit*>();
+
+    EXPECT_FALSE(editors.isEmpty());
+    for (const QLineEdit* editor : editors) {
+        EXPECT_FALSE(editor->acceptDrops());
+    }
+}
+
 // --- The list of identifiers --------------------------------------------------------------------------------------
 
 TEST_F(TComponentWidgetTest, Identifiers_are_shown_sorted_and_editable_without_a_signal)

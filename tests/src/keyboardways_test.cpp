@@ -94,12 +94,13 @@ TEST_F(TKeyboardWays, The_buttons_of_the_tree_work_with_the_space_bar)
     Go_To("add_budget_item");
     Press(Qt::Key_Space);
     EXPECT_EQ(Selected_Entries(), QStringList("Anvil"));
+    EXPECT_EQ(QApplication::focusWidget(), Tree());
 
     d_answer.Press(Qt::Key_Y);
-    Tree()->setFocus();
     Go_To("remove_budget_item");
     Press(Qt::Key_Space);
     EXPECT_FALSE(Tree_Text().contains("Anvil"));
+    EXPECT_EQ(QApplication::focusWidget(), Tree());
 }
 
 TEST_F(TKeyboardWays, F2_renames_an_identifier)
@@ -255,6 +256,7 @@ TEST_F(TKeyboardWays, The_buttons_of_the_identifiers_work_with_the_space_bar)
     Press(Qt::Key_Space);
     EXPECT_EQ(list->count(), 2);
     EXPECT_EQ(list->item(0)->text(), "CMM 2");
+    EXPECT_EQ(QApplication::focusWidget(), list);
 }
 
 TEST_F(TKeyboardWays, The_arrow_keys_change_a_date)
@@ -353,6 +355,7 @@ TEST_F(TKeyboardWays, Groups_are_added_renamed_and_removed)
     Go_To("remove_group");
     Press(Qt::Key_Space);
     EXPECT_EQ(Groups(), groups);
+    EXPECT_EQ(QApplication::focusWidget(), Find<QListWidget>("group_list"));
 }
 
 TEST_F(TKeyboardWays, A_report_is_exported_with_the_space_bar)

@@ -1,4 +1,5 @@
 #include "core/messagebox.h"
+#include "src/applicationlook.h"
 #include "src/componentitemwidget.h"
 #include "src/componentwidget.h"
 #include "src/reportgroupwidget.h"
@@ -22,13 +23,16 @@
 #include <QProcess>
 #include <QRegularExpression>
 #include <QScrollBar>
+#include <QStyle>
 #include <QTabWidget>
 #include <QTest>
+#include <QTimer>
 #include <QToolBar>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QVBoxLayout>
 
+#include <functional>
 #include <memory>
 #include <string>
 
@@ -88,6 +92,21 @@ protected:
     }
 
     QMenu* Menu(int index) const { return d_editor.menuBar()->actions().value(index)->menu(); }
+
+    // The box of the question that `act` leads to.
+    static QWidget* Question_Of(const std::function<void()>& act)
+    {
+        QWidget* box = nullptr;
+        QTimer look;
+        QObject::connect(&look, &QTimer::timeout, [&box] {
+            if (qobject_cast<QMessageBox*>(QApplication::activeModalWidget()) != nullptr) {
+                box = QApplication::activeModalWidget();
+            }
+        });
+        look.start(0);
+        act();
+        return box;
+    }
 
     QStringList Choices(const QString& list) const
     {
@@ -157,15 +176,23 @@ TEST_F(TNorvexaEditorLayout, The_logo_is_100_by_40_pixels)
 
 TEST_F(TNorvexaEditorLayout, One_message_box_serves_every_question)
 {
-    EXPECT_EQ(d_editor.findChildren<TMessageBox*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
-
+    const auto boxes = d_editor.findChildren<TMessageBox*>(QString(), Qt::FindDirectChildrenOnly);
+    ASSERT_EQ(boxes.size(), 1);
     Add_Component("Probe");
-    d_answer.Click(QMessageBox::No);
-    d_editor.close();
-    d_answer.Click(QMessageBox::No);
-    Click_Tool("action_new");
+    Save_As(Path("mine.norvexa"));
+    Add_Component("Scale");
 
-    EXPECT_EQ(d_editor.findChildren<TMessageBox*>(QString(), Qt::FindDirectChildrenOnly).size(), 1);
+    d_answer.Click(QMessageBox::No);
+    EXPECT_EQ(Question_Of([this] { d_editor.close(); }), boxes.first());
+    for (const char* action : {"action_new", "action_open"}) {
+        d_answer.Click(QMessageBox::No);
+        EXPECT_EQ(Question_Of([this, action] { Click_Tool(action); }), boxes.first()) << action;
+    }
+    d_answer.Choose_File(Path("mine"));
+    d_answer.Click(QMessageBox::No);
+    EXPECT_EQ(Question_Of([this] { Click_Tool("action_save_as"); }), boxes.first());
+    d_answer.Click(QMessageBox::No);
+    EXPECT_EQ(Question_Of([this] { Choose_In_Menu("Edit", "Remove Budget Item"); }), boxes.first());
 }
 
 // What the pages send on their way out must not reach a document that is gone.
@@ -614,11 +641,36 @@ TEST(TNorvexaProgram, The_application_icon_is_compiled_in)
     EXPECT_FALSE(Picture(QString(":/icons/norvexaeditor.png")).isNull());
 }
 
+TEST(TNorvexaProgram, Has_the_Fusion_style)
+{
+    QApplication::setStyle("windows");
+
+    Set_Application_Look();
+
+    EXPECT_EQ(QApplication::style()->objectName(), "fusion");
+}
+
+TEST(TNorvexaProgram, Has_the_application_icon_on_its_windows)
+{
+    QApplication::setWindowIcon(QIcon());
+
+    Set_Application_Look();
+
+    ASSERT_FALSE(QApplication::windowIcon().isNull());
+    EXPECT_EQ(Picture(QApplication::windowIcon()), Picture(QString(":/icons/norvexaeditor.png")));
+}
+
+QProcessEnvironment Offscreen_Environment()
+{
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    return environment;
+}
+
 TEST(TNorvexaProgram, Shows_its_window_and_stays_until_it_is_told_to_go)
 {
     QProcess program;
-    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    environment.insert("QT_QPA_PLATFORM", "offscreen");
+    QProcessEnvironment environment = Offscreen_Environment();
     environment.insert("QT_LOGGING_RULES", "qt.widgets.painting=true");
     program.setProcessEnvironment(environment);
     program.setProcessChannelMode(QProcess::MergedChannels);
@@ -637,6 +689,22 @@ TEST(TNorvexaProgram, Shows_its_window_and_stays_until_it_is_told_to_go)
     EXPECT_EQ(program.state(), QProcess::Running) << output.toStdString();
     program.terminate();
     EXPECT_TRUE(program.waitForFinished());
+}
+
+TEST(TNorvexaProgram, Ends_in_good_order_once_its_window_is_closed)
+{
+    QProcess program;
+    QProcessEnvironment environment = Offscreen_Environment();
+    environment.insert("QT_PLUGIN_PATH", NORVEXA_TEST_PLUGINS);
+    environment.insert("QT_QPA_GENERIC_PLUGINS", "closingwindow");
+    program.setProcessEnvironment(environment);
+    program.setProcessChannelMode(QProcess::MergedChannels);
+
+    program.start(NORVEXA_PROGRAM, QStringList());
+    ASSERT_TRUE(program.waitForFinished());
+
+    EXPECT_EQ(program.exitStatus(), QProcess::NormalExit);
+    EXPECT_EQ(program.exitCode(), 0) << program.readAll().toStdString();
 }
 
 } // namespace

@@ -78,11 +78,20 @@ protected:
         }
         budget.document.Add_Component_Item("Probe", "Tip");
         budget.document.Add_Component_Item("Second", "Stem");
+        Open_With_Name_Twice(budget, "Second", "Probe");
+    }
+
+    // A file with two items of one name, "Repeatability", in the component "Probe": the second was "Resolution".
+    void Open_Item_Namesakes() { Open_With_Name_Twice(Workshop_Budget(), "Resolution", "Repeatability"); }
+
+    // Opens a budget from a file in which a name has become that of another record.
+    void Open_With_Name_Twice(const TBudgetFile& budget, const QByteArray& name, const QByteArray& other_name)
+    {
         Write_Budget(budget, Path("namesakes.norvexa"));
 
         QFile file(Path("namesakes.norvexa"));
         ASSERT_TRUE(file.open(QIODevice::ReadOnly));
-        const QByteArray text = file.readAll().replace(">Second<", ">Probe<");
+        const QByteArray text = file.readAll().replace('>' + name + '<', '>' + other_name + '<');
         file.close();
         ASSERT_TRUE(file.open(QIODevice::WriteOnly | QIODevice::Truncate));
         ASSERT_EQ(file.write(text), text.size());
@@ -98,6 +107,13 @@ protected:
             budget.document.Add_Component(QString("Component %1").arg(number));
         }
         return budget;
+    }
+
+    // Opens the large budget in a tree that does not follow the current entry by itself.
+    void Open_Large_Budget()
+    {
+        Open_Budget(Large_Budget());
+        Tree()->setAutoScroll(false);
     }
 
     bool Is_In_Sight(const QTreeWidgetItem* entry) const
@@ -336,7 +352,7 @@ TEST_F(TNorvexaEditorTree, Nothing_becomes_current_in_a_tree_without_root_or_wit
 
 TEST_F(TNorvexaEditorTree, An_entry_added_to_a_large_budget_is_in_sight)
 {
-    Open_Budget(Large_Budget());
+    Open_Large_Budget();
     Add_Item("Component 150", "Drift");
 
     EXPECT_EQ(Selected_Entries(), QStringList("Drift"));
@@ -345,7 +361,7 @@ TEST_F(TNorvexaEditorTree, An_entry_added_to_a_large_budget_is_in_sight)
 
 TEST_F(TNorvexaEditorTree, An_entry_added_while_another_page_is_in_front_is_in_sight_once_its_page_is)
 {
-    Open_Budget(Large_Budget());
+    Open_Large_Budget();
     Select_Entry("Component 150");
     Tree()->scrollToTop();
     Click_Tool("action_log");
@@ -360,7 +376,7 @@ TEST_F(TNorvexaEditorTree, An_entry_added_while_another_page_is_in_front_is_in_s
 
 TEST_F(TNorvexaEditorTree, The_current_entry_comes_back_into_sight_when_it_is_made_current_again)
 {
-    Open_Budget(Large_Budget());
+    Open_Large_Budget();
     d_editor.Select_BudgetTree_Item("Component 150", QString());
     Tree()->scrollToTop();
     ASSERT_FALSE(Is_In_Sight(Tree()->currentItem()));
@@ -654,6 +670,20 @@ INSTANTIATE_TEST_SUITE_P(
                                   {"Probe", "Scale"},
                                   {}}),
     Row_Name<TRemovalRow>);
+
+TEST_F(TNorvexaEditorTree, Items_of_different_components_are_removed_together)
+{
+    Open_Budget(Workshop_Budget());
+    Select_Entries({"Resolution", "Drift"});
+
+    Remove_Entries();
+
+    EXPECT_EQ(Tree_Text(), "Norvexa Data(Probe(Repeatability), Scale())");
+    TNorvexa expected = Workshop_Budget().document;
+    expected.Remove_Component_Items("Probe", {"Resolution"});
+    expected.Remove_Component_Items("Scale", {"Drift"});
+    EXPECT_EQ(Saved_State(), State_Of(expected));
+}
 
 TEST_F(TNorvexaEditorTree, A_removed_component_is_no_longer_offered_on_the_other_pages)
 {
@@ -1032,6 +1062,28 @@ TEST_F(TNorvexaEditorTree, Two_selected_namesakes_are_removed)
     Remove_Entries();
 
     EXPECT_EQ(Saved_State(), State_Of(TNorvexa()));
+}
+
+TEST_F(TNorvexaEditorTree, Of_two_items_of_one_name_one_is_removed)
+{
+    Open_Item_Namesakes();
+    ASSERT_EQ(Tree_Text(), "Norvexa Data(Probe(Repeatability, Repeatability), Scale(Drift))");
+    Click(Component_Entry(0)->child(1));
+
+    Remove_Entries();
+
+    EXPECT_EQ(Tree_Text(), "Norvexa Data(Probe(Repeatability), Scale(Drift))");
+}
+
+TEST_F(TNorvexaEditorTree, Two_selected_items_of_one_name_are_removed)
+{
+    Open_Item_Namesakes();
+    Click(Component_Entry(0)->child(0));
+    Click(Component_Entry(0)->child(1), Qt::ControlModifier);
+
+    Remove_Entries();
+
+    EXPECT_EQ(Tree_Text(), "Norvexa Data(Probe(), Scale(Drift))");
 }
 
 class TNorvexaEditorTreeNamesakes : public TNorvexaEditorTree, public ::testing::WithParamInterface<int>

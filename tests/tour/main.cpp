@@ -1,4 +1,4 @@
-#include "core/readablestyle.h"
+#include "src/applicationlook.h"
 #include "tests/support/darkpalette.h"
 #include "tests/tour/examplestour.h"
 #include "tests/tour/manualpictures.h"
@@ -6,7 +6,6 @@
 #include "tests/tour/tutorial.h"
 
 #include <QApplication>
-#include <QIcon>
 #include <QPalette>
 #include <QStyle>
 #include <QTextStream>
@@ -56,8 +55,7 @@ int main(int argc, char* argv[])
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     const QApplication application(argc, argv);
-    QApplication::setStyle(new TReadableStyle);
-    QApplication::setWindowIcon(QIcon(":/icons/norvexaeditor.png"));
+    Set_Application_Look();
     // A caret that blinks would be in one picture and missing in the next.
     QApplication::setCursorFlashTime(0);
 
