@@ -13,7 +13,7 @@
 
 namespace {
 
-constexpr int LENGTHS = 11;
+constexpr int POSITIONS = 11;
 
 /// The bytes without what stands between the marks.
 QByteArray Without_Date(QByteArray bytes, const QByteArray& begin, char end)
@@ -35,7 +35,7 @@ QString Component_Name(int generation, int index)
 
 void Collect(TReportWidget* page, const QString& component)
 {
-    for (int index = 0; index < LENGTHS; ++index) {
+    for (int index = 0; index < POSITIONS; ++index) {
         TReportWidget::TReportData record;
         record.name = component;
         record.items = {{"Drift", "Constant", "0.001", "1.000000", "Rectangular", "Type B", 1.732051, QString(),
