@@ -33,28 +33,34 @@ As_One_Source() {
     done
 }
 
-# Names of one source may stand in the way of those of another: what counts in the end is each file by itself.
-Check_Batch() {
-    local batch=$1 files
-    mapfile -t files < "$batch"
-    As_One_Source "${files[@]}" > "$batch.cpp"
-    clang-tidy --quiet --checks=-bugprone-suspicious-include "$batch.cpp" -- $flags &> "$batch.log" ||
-        clang-tidy --quiet "${files[@]}" -- $flags
+# Where the names of one file stand in the way of those of another, they are given in two halves.
+Check_Together() {
+    local source
+    if [ $# -eq 1 ]; then
+        clang-tidy --quiet "$1" -- $flags
+        return
+    fi
+    source=$(mktemp --tmpdir="$sources" --suffix=.cpp)
+    As_One_Source "$@" > "$source"
+    if clang++ -fsyntax-only $flags "$source" 2>/dev/null; then
+        clang-tidy --quiet --checks=-bugprone-suspicious-include "$source" -- $flags
+    else
+        Check_Together "${@:1:$# / 2}"
+        Check_Together "${@:$# / 2 + 1}"
+    fi
 }
-export -f As_One_Source Check_Batch
+export -f As_One_Source Check_Together
 
 echo "Checking the sources with clang-tidy"
-# In a text of its own: a command that fails as part of another one ends nothing.
 flags=$(pkg-config --cflags Qt5PrintSupport Qt5Test Qt5Widgets Qt5Xml)
 flags+=" -std=c++17 -fPIC -I. -Wno-everything"
-for text in DOCS EXAMPLES PROGRAM PUBLISHER SAVER SCALE_FACTOR TEST_DATA YEAR; do
+for text in DOCS EXAMPLES PROGRAM PUBLISHER SAVER SCALE_FACTOR TEST_DATA TEST_PLUGINS YEAR; do
     flags+=" -DNORVEXA_$text=\"\""
 done
-export flags
-batches=$data/batches
-mkdir "$batches"
-cp .clang-tidy "$batches"
-# In turn, since neighbours are the likeliest to have names in common.
-git ls-files '*.cpp' | split --number="r/$(($(git ls-files '*.cpp' | wc -l) / 12 + 1))" - "$batches/batch_"
-find "$batches" -name 'batch_??' -print0 |
-    xargs --null --max-procs="$(nproc)" --replace bash -c 'set -euo pipefail; Check_Batch {}'
+sources=$data/sources
+mkdir "$sources"
+cp .clang-tidy "$sources"
+export flags sources
+# Neighbours, which are the likeliest to have names in common, go different ways, the same ones each time.
+git ls-files '*.cpp' | shuf --random-source=<(yes) |
+    xargs --max-procs="$(nproc)" --max-args=12 bash -c 'set -euo pipefail; Check_Together "$@"' _

@@ -1,11 +1,11 @@
+#include "tests/support/closingwindow.h"
+
 #include <QEvent>
-#include <QGenericPlugin>
 #include <QGuiApplication>
 #include <QWindow>
 
 namespace {
 
-/// Closes each window that comes up, as by the cross of its frame.
 class TClosingWindow : public QObject
 {
 public:
@@ -26,14 +26,7 @@ public:
 
 } // namespace
 
-/// A program loads it at its start where QT_QPA_GENERIC_PLUGINS names it.
-class TClosingWindowPlugin : public QGenericPlugin
+QObject* TClosingWindowPlugin::create(const QString& /*key*/, const QString& /*specification*/)
 {
-    Q_OBJECT
-    Q_PLUGIN_METADATA(IID QGenericPluginFactoryInterface_iid FILE "closingwindow.json")
-
-public:
-    QObject* create(const QString& /*key*/, const QString& /*specification*/) override { return new TClosingWindow; }
-};
-
-#include "closingwindow.moc"
+    return new TClosingWindow;
+}
