@@ -26,7 +26,7 @@ public:
 
 } // namespace
 
-QObject* TClosingWindowPlugin::create(const QString& /*key*/, const QString& /*specification*/)
+QObject* TClosingWindowPlugin::create(const QString& /*key*/, const QString& /*settings*/)
 {
     return new TClosingWindow;
 }
