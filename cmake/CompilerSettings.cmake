@@ -23,6 +23,7 @@ if(NORVEXA_SANITIZE)
 endif()
 
 if(NORVEXA_COVERAGE)
-    target_compile_options(norvexa_settings INTERFACE --coverage)
+    # Counts of tests with threads would come out wrong, even negative, without the atomic updates.
+    target_compile_options(norvexa_settings INTERFACE --coverage -fprofile-update=atomic)
     target_link_options(norvexa_settings INTERFACE --coverage)
 endif()

@@ -1,11 +1,13 @@
 #include "core/expressionpattern.h"
 
+#include "core/namesearch.h"
 #include "core/number.h"
 
 #include <QRegExp>
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <functional>
 #include <limits>
 
 namespace {
@@ -91,41 +93,68 @@ QString Value_Text(double value)
     return value < 0.0 ? QString("(%1)").arg(number) : number;
 }
 
-/// `text` with every match replaced; nothing if that is longer than `limit`. QString::replace copies the whole text
-/// anew for each two thousand matches and looks for the next word boundary in the copy; here the matches are those of
-/// `text` as it came.
-std::optional<QString> Replaced(const QString& text, const QRegExp& pattern, const QString& replacement, int limit)
+/// What a search finds in a text.
+struct TMatch
 {
+    int start; ///< negative if it finds nothing
+    int size;
+};
+
+/// Looks for the next match at or behind a position.
+using TSearch = std::function<TMatch(int from)>;
+
+/// `text` with the value in place of every match; nothing if that is longer than `limit`. QString::replace copies the
+/// whole text anew for each two thousand matches and looks for the next word boundary in the copy; here the matches are
+/// those of `text` as it came.
+std::optional<QString> Replaced(const QString& text, const TSearch& search, double value, int limit)
+{
+    TMatch match = search(0);
+    if (match.start < 0) {
+        return text;
+    }
+    const QString value_text = Value_Text(value);
     QString result;
     int copied = 0;
-    int match = pattern.indexIn(text);
-
-    while (match >= 0) {
-        const int length = pattern.matchedLength();
-
-        result += text.midRef(copied, match - copied);
-        result += replacement;
+    while (match.start >= 0) {
+        result += text.midRef(copied, match.start - copied);
+        result += value_text;
         if (result.size() > limit) {
             return std::nullopt;
         }
-        copied = match + length;
-        match = pattern.indexIn(text, length > 0 ? copied : copied + 1);
+        copied = match.start + match.size;
+        match = search(match.size > 0 ? copied : copied + 1);
     }
     return result += text.midRef(copied);
 }
 
+std::optional<QString> Replaced_Name(const QString& text, const QString& name, double value)
+{
+    const TNameSearch names(name);
+    const auto search = [&](int from) { return TMatch{names.Index_In(text, from), name.size()}; };
+
+    return Replaced(text, search, value, std::numeric_limits<int>::max());
+}
+
 /// Nothing if the text becomes too long: a pattern that matches next to nothing is met between the characters of every
 /// value again, and with a few of these the text would outgrow the memory.
+std::optional<QString> Replaced_Pattern(const QString& text, const QString& name, double value)
+{
+    if (Is_Excessive(name, text)) {
+        return text;
+    }
+    const QRegExp pattern(QString("(\\b%1\\b)").arg(name));
+    const auto search = [&](int from) {
+        const int start = pattern.indexIn(text, from);
+        return TMatch{start, pattern.matchedLength()};
+    };
+    return Replaced(text, search, value, std::max(LARGEST_GROWN_TEXT, text.size()));
+}
+
 std::optional<QString> Substituted(const QString& text, const TExpression::TVariable& variable)
 {
     const QString name = variable.name.toUpper();
-    const bool is_plain = Is_Plain(name);
 
-    if (is_plain ? !text.contains(name) : Is_Excessive(name, text)) {
-        return text;
-    }
-    return Replaced(text, QRegExp(QString("(\\b%1\\b)").arg(name)), Value_Text(variable.value),
-                    is_plain ? std::numeric_limits<int>::max() : std::max(LARGEST_GROWN_TEXT, text.size()));
+    return Is_Plain(name) ? Replaced_Name(text, name, variable.value) : Replaced_Pattern(text, name, variable.value);
 }
 
 } // namespace

@@ -8,6 +8,7 @@
 #include <QXmlStreamReader>
 
 #include <algorithm>
+#include <cstring>
 #include <iterator>
 #include <vector>
 
@@ -18,7 +19,7 @@ constexpr int MAXIMUM_DEPTH = 256;
 constexpr int MAXIMUM_ELEMENTS = 2'000'000;
 constexpr int MAXIMUM_ATTRIBUTES = 2'000'000;
 constexpr int MAXIMUM_OTHER_NODES = 2'000'000;
-constexpr int MAXIMUM_REFERENCES = 2'000'000;
+constexpr int MAXIMUM_REFERENCES = 1'000'000;
 constexpr int MAXIMUM_ENTITIES = 64;
 constexpr int MAXIMUM_EXPANSION = 10 * 1024 * 1024;
 // The readers compare each attribute of an element, each attribute that the document type declares and each namespace
@@ -121,6 +122,11 @@ int Section_End(const QString& text, int start)
                                       {QLatin1String("<?"), QLatin1String("?>")},
                                       {QLatin1String("<![CDATA["), QLatin1String("]]>")}};
 
+    // Nearly all markup is tags.
+    const QChar sign = start + 1 < text.size() ? text.at(start + 1) : QChar();
+    if (sign != '!' && sign != '?') {
+        return start;
+    }
     for (const TMarks& marks : SECTIONS) {
         if (text.midRef(start, marks.begin.size()) == marks.begin) {
             const int end = text.indexOf(marks.end, start + marks.begin.size());
@@ -200,9 +206,14 @@ bool Has_Few_Attributes(const QString& text, TXmlFault* fault)
     return excess < 0;
 }
 
+QString Excess_Reason(const char* reason, qint64 maximum)
+{
+    return QString(reason).replace("%1", QString::number(maximum));
+}
+
 QString References_Reason()
 {
-    return QString("more than %1 references").arg(MAXIMUM_REFERENCES);
+    return Excess_Reason("more than %1 references", MAXIMUM_REFERENCES);
 }
 
 // Each reference is looked up by both readers and once more here, which takes far longer than any other text. Those in
@@ -329,9 +340,10 @@ struct TLimit
     const char* reason;
 };
 
+constexpr char TOO_MANY_ELEMENTS[] = "more than %1 elements";
 constexpr TLimit LIMITS[] = {
     {&TCounts::depth, MAXIMUM_DEPTH, "elements nested deeper than %1 levels"},
-    {&TCounts::elements, MAXIMUM_ELEMENTS, "more than %1 elements"},
+    {&TCounts::elements, MAXIMUM_ELEMENTS, TOO_MANY_ELEMENTS},
     {&TCounts::attributes, MAXIMUM_ATTRIBUTES, "more than %1 attributes"},
     {&TCounts::other_nodes, MAXIMUM_OTHER_NODES, "more than %1 comments, instructions and sections"},
     {&TCounts::entities, MAXIMUM_ENTITIES, "more than %1 entity declarations"},
@@ -394,7 +406,7 @@ bool Check(const QString& text, bool namespace_processing, TXmlFault* fault)
         }
         Count_Token(reader, &counts);
         if (const TLimit* const limit = Excess(counts)) {
-            *fault = Fault_At(QString(limit->reason).replace("%1", QString::number(limit->maximum)), reader);
+            *fault = Fault_At(Excess_Reason(limit->reason, limit->maximum), reader);
             return false;
         }
     }
@@ -462,6 +474,16 @@ QString With_High_Characters(const QString& text)
     return result + text.midRef(done);
 }
 
+// Every "<" but that of an end tag, an instruction or a declaration begins an element.
+int Element_Count(const QByteArray& bytes)
+{
+    int count = 0;
+    for (int at = bytes.indexOf('<'); at >= 0; at = bytes.indexOf('<', at + 1)) {
+        count += std::strchr("/?!", bytes.constData()[at + 1]) ? 0 : 1;
+    }
+    return count;
+}
+
 } // namespace
 
 TXmlFault Xml_Size_Fault()
@@ -473,6 +495,9 @@ QString Xml_Excess(const QByteArray& bytes)
 {
     if (bytes.size() > XML_MAXIMUM_SIZE) {
         return Xml_Size_Fault().reason;
+    }
+    if (Element_Count(bytes) > MAXIMUM_ELEMENTS) {
+        return Excess_Reason(TOO_MANY_ELEMENTS, MAXIMUM_ELEMENTS);
     }
     return bytes.count('&') > MAXIMUM_REFERENCES ? References_Reason() : QString();
 }

@@ -2,6 +2,7 @@
 
 #include "core/assertion.h"
 #include "core/number.h"
+#include "core/xmlchildren.h"
 #include "core/xmlfile.h"
 #include "core/xmltext.h"
 
@@ -25,7 +26,7 @@ class TReader
 {
 public:
     TReader(const TNorvexa* document, TXmlFile* xml_file, const QDomElement& node, int version)
-        : d_document(document), d_xml_file(xml_file), d_node(node), d_version(version)
+        : d_document(document), d_xml_file(xml_file), d_node(node), d_children(node), d_version(version)
     {}
 
     const TNorvexa* Document() const { return d_document; }
@@ -49,13 +50,13 @@ public:
     template <typename TExchange>
     void Container(const char* name, TExchange exchange) const
     {
-        exchange(At(d_xml_file->Get_Node(&d_node, name, false)));
+        exchange(At(Child(name)));
     }
 
     template <typename TRecords, typename TExchange>
     void List(const char* name, const char* element, TRecords* records, TExchange exchange) const
     {
-        const QDomElement list = d_xml_file->Get_Node(&d_node, name, false);
+        const QDomElement list = Child(name);
 
         records->clear();
         for (QDomElement node = d_xml_file->Get_Node(&list, element, true); !node.isNull();
@@ -71,10 +72,14 @@ public:
 private:
     TReader At(const QDomElement& node) const { return {d_document, d_xml_file, node, d_version}; }
 
-    QString Leaf(const char* name, bool optional) const
+    QDomElement Child(const QString& name) const
     {
-        return Text_Of(d_xml_file->Get_Node(&d_node, name, false), optional);
+        const QDomElement child = d_children.Find(name);
+        // Throws.
+        return child.isNull() ? d_xml_file->Get_Node(&d_node, name, false) : child;
     }
+
+    QString Leaf(const char* name, bool optional) const { return Text_Of(Child(name), optional); }
 
     // Blanks come through in a CDATA section only. Saved as text they would be gone, so they count as no text at once.
     QString Text_Of(const QDomElement& node, bool optional) const
@@ -94,6 +99,7 @@ private:
     const TNorvexa* d_document;
     TXmlFile* d_xml_file;
     QDomElement d_node;
+    mutable TXmlChildren d_children;
     int d_version;
 };
 

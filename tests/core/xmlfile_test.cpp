@@ -510,10 +510,10 @@ INSTANTIATE_TEST_SUITE_P(
                       Starts("more than 2000000 comments, instructions and sections")},
         TDocumentCase{"Too_many_sections", [] { return "<Root>" + Repeated("<![CDATA[]]>", 2'000'001) + "</Root>"; },
                       Starts("more than 2000000 comments, instructions and sections")},
-        TDocumentCase{"Two_million_references", [] { return "<Root>" + Repeated("&#65;", 2'000'000) + "</Root>"; },
+        TDocumentCase{"A_million_references", [] { return "<Root>" + Repeated("&#65;", 1'000'000) + "</Root>"; },
                       "nothing"},
-        TDocumentCase{"One_reference_more", [] { return "<Root>\n" + Repeated("&#65;", 2'000'000) + "&lt;</Root>"; },
-                      Parse_Error("more than 2000000 references", 2, 10'000'001)},
+        TDocumentCase{"One_reference_more", [] { return "<Root>\n" + Repeated("&#65;", 1'000'000) + "&lt;</Root>"; },
+                      Parse_Error("more than 1000000 references", 2, 5'000'001)},
         TDocumentCase{"Content_model_256_deep", [] { return With_Content_Model(256); }, "nothing"},
         TDocumentCase{"Content_model_257_deep", [] { return With_Content_Model(257); },
                       Starts("declarations nested deeper than 256 levels")},
@@ -1110,12 +1110,12 @@ TEST_F(TXmlFile_Writing_Test, Reports_a_file_that_cannot_be_written)
 TEST_F(TXmlFile_Writing_Test, Writes_a_file_of_too_many_references_to_be_opened_and_says_so)
 {
     const QString name = d_folder.filePath("%2");
-    d_file.Write_Text_Node(d_root, QString(2'000'000, '&'));
+    d_file.Write_Text_Node(d_root, QString(1'000'000, '&'));
     EXPECT_EQ(Write_File(name), "nothing");
 
     d_file.Write_Text_Node(d_root, QString("<"));
     EXPECT_EQ(Write_File(name), "content: ERR:  File '" + name +
-                                    "' is written but cannot be opened again.  Reason: more than 2000000 references");
+                                    "' is written but cannot be opened again.  Reason: more than 1000000 references");
     EXPECT_EQ(Content(name), Data(false));
 }
 
@@ -1123,8 +1123,12 @@ TEST(Xml_Excess_Test, Is_the_limit_that_the_bytes_of_a_budget_pass)
 {
     EXPECT_EQ(Xml_Excess(QByteArray(64 * 1024 * 1024, 'x')), "");
     EXPECT_EQ(Xml_Excess(QByteArray(64 * 1024 * 1024 + 1, 'x')), "larger than 64 MB");
-    EXPECT_EQ(Xml_Excess(QByteArray(2'000'000, '&')), "");
-    EXPECT_EQ(Xml_Excess(QByteArray(2'000'001, '&')), "more than 2000000 references");
+    EXPECT_EQ(Xml_Excess(QByteArray(1'000'000, '&')), "");
+    EXPECT_EQ(Xml_Excess(QByteArray(1'000'001, '&')), "more than 1000000 references");
+
+    const QByteArray others = "<?xml?><!DOCTYPE a></a>";
+    EXPECT_EQ(Xml_Excess(others + Repeated("<a/>", 2'000'000)), "");
+    EXPECT_EQ(Xml_Excess(others + Repeated("<a>", 2'000'001)), "more than 2000000 elements");
 }
 
 // Null pointers

@@ -500,7 +500,7 @@ void Add_Sizes(TFiles* files)
         const QString name(30 * MEGABYTE, 'x');
         return With_Content("<" + name + "></" + name + ">");
     });
-    Add(files, "References_1900000", TOpening::Loads, [] { return With_Name(Times(1'900'000, "&#x1D462;")); });
+    Add(files, "References_900000", TOpening::Loads, [] { return With_Name(Times(900'000, "&#x1D462;")); });
     Add(files, "References_60_MB", TOpening::Refused, [] { return With_Name(Times(12 * MEGABYTE, "&amp;")); });
     Add(files, "High_references_60_MB", TOpening::Refused, [] { return With_Name(Times(6 * MEGABYTE, "&#x1D462;")); });
     Add(files, "Elements_1900000", TOpening::Loads, [] { return With_Content(Times(1'900'000, "<a/>")); });
