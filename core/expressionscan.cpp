@@ -44,8 +44,9 @@ enum class TScanKind
 /// function's argument. Pieces are ranges of tokens.
 struct TScan
 {
-    TScan() = default;
-    TScan(TScanKind scan_kind, int scan_begin, int scan_end, int scan_close)
+    // The stack asks for one without arguments.
+    explicit TScan(TScanKind scan_kind = TScanKind::Expression, int scan_begin = 0, int scan_end = 0,
+                   int scan_close = 0)
         : kind(scan_kind), begin(scan_begin), end(scan_end), close(scan_close), position(begin), literal(begin)
     {}
 
@@ -53,13 +54,12 @@ struct TScan
     void Take_Value(double value, int closing_brace);
     double Function_Value(double argument) const;
 
-    TScanKind kind = TScanKind::Expression;
-    int begin = 0;
-    int end = 0;
-    int close =
-        0; ///< where the group or function closes; the surrounding scan goes on behind it. None in an open group.
-    int position = 0;
-    int literal = 0;    ///< where the literal of the next operand begins
+    TScanKind kind;
+    int begin;
+    int end;
+    int close; ///< where the group or function closes; the surrounding scan goes on behind it. None in an open group.
+    int position;
+    int literal;        ///< where the literal of the next operand begins
     int next_comma = 0; ///< number of the first comma that may end a part
     bool has_pending = false;
     double pending = 0.0; ///< the value of a group or function that has taken the literal's place

@@ -1,3 +1,5 @@
+#include "core/expressionwords.h"
+
 #include "core/expression.h"
 #include "core/number.h"
 #include "tests/support/expressionvariables.h"
@@ -178,6 +180,13 @@ QString With_Character(int size, int position, QChar character)
 }
 
 } // namespace
+
+TEST(TExpressionWords, An_empty_name_is_none)
+{
+    const std::vector<TExpression::TVariable> variables = {{"A", 1.0}, {"", 2.0}};
+
+    EXPECT_FALSE(TExpressionWords(variables).Are_Words());
+}
 
 TEST(TExpressionWords, Tell_a_pattern_by_its_sign_wherever_it_stands)
 {

@@ -1058,6 +1058,40 @@ TEST(TOptionItemDelegate, Combo_Item_Changed_ignores_an_index_that_the_combo_box
     EXPECT_EQ(spy.at(0), QVariantList({0, "Probe"})); // no editor was filled yet: row 0
 }
 
+TEST(TOptionItemDelegate, Leaves_editors_that_are_not_its_own)
+{
+    TOptionEditorWidget list;
+    list.AddSelectionList("List", CHOICES, 1);
+    const QModelIndex index = list.model()->index(0, 1);
+    const TOptionItemDelegate delegate(&list);
+    QToolButton button;
+    button.setText("own");
+
+    delegate.setEditorData(&button, index);
+    delegate.setModelData(&button, list.model(), index);
+
+    EXPECT_EQ(button.text(), "own");
+    EXPECT_EQ(index.data().toString(), "Scale");
+}
+
+TEST(TOptionItemDelegate, Combo_Item_Changed_of_a_row_that_is_gone_emits_nothing)
+{
+    TOptionEditorWidget list;
+    list.AddSelectionList("List", CHOICES, 1);
+    TOptionItemDelegate delegate(&list);
+    QComboBox combo;
+    combo.addItems(CHOICES);
+    delegate.setEditorData(&combo, list.model()->index(0, 1));
+    QObject::connect(&combo, qOverload<int>(&QComboBox::activated), &delegate,
+                     &TOptionItemDelegate::Combo_Item_Changed);
+    const QSignalSpy spy(&delegate, &TOptionItemDelegate::List_Item_Changed);
+
+    list.clear();
+    emit combo.activated(2);
+
+    EXPECT_EQ(spy.count(), 0);
+}
+
 TEST(TOptionItemDelegate, CommitAndCloseEditor_commits_and_closes_its_sender)
 {
     TOptionEditorWidget list;

@@ -113,6 +113,23 @@ TEST(TReadableStyle, Frames_a_list_without_entries_while_it_has_the_focus)
     EXPECT_NE(plain.pixel(0, list->height() / 2), mark);
 }
 
+TEST(TReadableStyle, Leaves_a_frame_that_holds_no_list_plain_while_it_has_the_focus)
+{
+    QWidget window;
+    auto* layout = new QVBoxLayout(&window);
+    auto* frame = new QFrame;
+    frame->setFrameShape(QFrame::StyledPanel);
+    frame->setFocusPolicy(Qt::StrongFocus);
+    frame->setMinimumSize(100, 40);
+    layout->addWidget(frame);
+    Show_Active(&window);
+
+    frame->setFocus();
+    ASSERT_EQ(QApplication::focusWidget(), frame);
+
+    EXPECT_NE(frame->grab().toImage().pixel(0, frame->height() / 2), frame->palette().color(QPalette::Highlight).rgb());
+}
+
 TEST(TReadableStyle, Outlines_a_button_without_a_veil_over_its_icon_once_the_focus_came_by_a_key)
 {
     QWidget window;

@@ -83,6 +83,8 @@ struct TWatch
 /// A plain pointer, so that calls that come before or after all constructors meet it, too.
 TWatch* g_watch = nullptr;
 
+bool g_reserves_room = true;
+
 bool Is_Below(const QByteArray& path)
 {
     return path.startsWith(g_watch->folder);
@@ -161,6 +163,15 @@ size_t Half(size_t size)
     return std::max<size_t>(size / 2, 1);
 }
 
+/// How many of its bytes a write takes.
+size_t Taken_Size(TFault::TKind kind, size_t size)
+{
+    if (kind == TFault::EMPTY) {
+        return 0;
+    }
+    return kind == TFault::SHORT || kind == TFault::SHORT_THEN_FAILURE ? Half(size) : size;
+}
+
 /// `act` writes as many of its bytes as it is told.
 template <typename TAct>
 ssize_t Watched_Write(int descriptor, size_t size, TAct act)
@@ -179,7 +190,7 @@ ssize_t Watched_Write(int descriptor, size_t size, TAct act)
             Die();
         }
         g_watch->is_next_write_refused = is_due && fault.kind == TFault::SHORT_THEN_FAILURE;
-        return act(is_due && (fault.kind == TFault::SHORT || g_watch->is_next_write_refused) ? Half(size) : size);
+        return act(is_due ? Taken_Size(fault.kind, size) : size);
     });
 }
 
@@ -215,6 +226,19 @@ mode_t Mode_Argument(int flags, va_list arguments)
     return Creates(flags) ? va_arg(arguments, mode_t) : 0;
 }
 
+template <typename TAct>
+int Watched_Reservation(int file, TAct act)
+{
+    const auto reserve = [&] {
+        if (g_reserves_room) {
+            return act();
+        }
+        errno = EOPNOTSUPP;
+        return -1;
+    };
+    return Is_Watched(file) ? Watched("allocate", TEffect::Takes_Room, Path_Of(file), -1, reserve) : reserve();
+}
+
 /// What is written under faults need not outlive the machine, and waiting for the disk takes most of a save.
 template <typename TAct>
 int Watched_Sync(int file, TAct act)
@@ -236,6 +260,11 @@ void Watch_Calls(const QString& folder, const TFault& fault, TCallLog* log)
 void Watch_No_Calls()
 {
     g_watch = nullptr;
+}
+
+void Reserve_No_Room()
+{
+    g_reserves_room = false;
 }
 
 TFullDisk::TFullDisk(const QString& folder)
@@ -394,10 +423,17 @@ int close(int file)
 WATCH(ssize_t, read, "read", Reads, (int file, void* bytes, size_t size), (file, bytes, size), file, )
 WATCH(off_t, lseek, "seek", Reads, (int file, off_t offset, int from), (file, offset, from), file, noexcept)
 WATCH(off64_t, lseek64, "seek", Reads, (int file, off64_t offset, int from), (file, offset, from), file, noexcept)
-WATCH(int, fallocate, "allocate", Takes_Room, (int file, int mode, off_t offset, off_t size),
-      (file, mode, offset, size), file, )
-WATCH(int, fallocate64, "allocate", Takes_Room, (int file, int mode, off64_t offset, off64_t size),
-      (file, mode, offset, size), file, )
+
+int fallocate(int file, int mode, off_t offset, off_t size)
+{
+    return Watched_Reservation(file, [=] { return NEXT(fallocate)(file, mode, offset, size); });
+}
+
+int fallocate64(int file, int mode, off64_t offset, off64_t size)
+{
+    return Watched_Reservation(file, [=] { return NEXT(fallocate64)(file, mode, offset, size); });
+}
+
 WATCH(int, ftruncate, "truncate", Gives_Back, (int file, off_t size), (file, size), file, noexcept)
 WATCH(int, ftruncate64, "truncate", Gives_Back, (int file, off64_t size), (file, size), file, noexcept)
 WATCH(int, truncate, "truncate", Gives_Back, (const char* path, off_t size), (path, size), path, noexcept)

@@ -18,6 +18,7 @@ struct TFault
         NONE,
         FAILURE,            ///< this call fails with the code
         FAILURE_FROM_THERE, ///< this one and all later ones; of room alone if the code says that there is none left
+        EMPTY,              ///< a write takes none of its bytes and gives no reason
         SHORT,              ///< a write takes half of its bytes
         SHORT_THEN_FAILURE, ///< a write takes half of its bytes, and the next one fails with the code
         KILL_BEFORE,        ///< the process ends before the call
@@ -66,6 +67,9 @@ private:
 /// logged, and the fault comes at its call.
 void Watch_Calls(const QString& folder, const TFault& fault, TCallLog* log);
 void Watch_No_Calls();
+
+/// From now on no file system of this process reserves room for a file.
+void Reserve_No_Room();
 
 /// As long as it lives, nothing that takes room succeeds below a folder.
 class TFullDisk

@@ -33,9 +33,11 @@ const TFaultRow FAULTS[] = {
     {"no space", TFault::FAILURE, ENOSPC},
     {"I/O error", TFault::FAILURE, EIO},
     {"quota", TFault::FAILURE, EDQUOT},
+    {"not supported", TFault::FAILURE, ENOSYS},
     {"no space from there on", TFault::FAILURE_FROM_THERE, ENOSPC},
     {"I/O error from there on", TFault::FAILURE_FROM_THERE, EIO},
     {"quota from there on", TFault::FAILURE_FROM_THERE, EDQUOT},
+    {"empty write", TFault::EMPTY, 0},
     {"short write", TFault::SHORT, 0},
     {"short write, no space", TFault::SHORT_THEN_FAILURE, ENOSPC},
     {"short write, I/O error", TFault::SHORT_THEN_FAILURE, EIO},
@@ -46,7 +48,8 @@ const TFaultRow FAULTS[] = {
 
 bool Is_For_Writes(TFault::TKind kind)
 {
-    return kind == TFault::SHORT || kind == TFault::SHORT_THEN_FAILURE || kind == TFault::KILL_MIDWAY;
+    return kind == TFault::EMPTY || kind == TFault::SHORT || kind == TFault::SHORT_THEN_FAILURE ||
+           kind == TFault::KILL_MIDWAY;
 }
 
 bool Kills(TFault::TKind kind)
@@ -144,7 +147,7 @@ protected:
 
     static bool Is_Taken(const TFaultRow& row)
     {
-        const bool is_repetition = row.code == EDQUOT || (row.kind == TFault::FAILURE && row.code == EIO);
+        const bool is_repetition = row.code == EDQUOT || (row.kind == TFault::FAILURE && row.code != ENOSPC);
         return Is_Long_Run() || std::get<TFileKind>(GetParam()) != TFileKind::PDF || !is_repetition;
     }
 

@@ -65,7 +65,12 @@ bool TSavePlace::Is_Possible() const
 
 bool TSavePlace::Is_Written_In_Place() const
 {
-    return d_scene == TScene::A_File_Of_Two_Names || d_scene == TScene::A_Locked_Folder;
+    return Has_Two_Names() || d_scene == TScene::A_Locked_Folder;
+}
+
+bool TSavePlace::Has_Two_Names() const
+{
+    return d_scene == TScene::A_File_Of_Two_Names || d_scene == TScene::A_Shared_File;
 }
 
 QString TSavePlace::Target() const
@@ -104,7 +109,7 @@ void TSavePlace::Make_Target() const
     if (d_scene == TScene::A_Symbolic_Link) {
         Require(QFile::link("file", Target()), "symbolic link");
     }
-    if (d_scene == TScene::A_File_Of_Two_Names) {
+    if (Has_Two_Names()) {
         Require(link(QFile::encodeName(name).constData(), QFile::encodeName(Path("target/other")).constData()) == 0,
                 "link");
     }
@@ -122,6 +127,9 @@ TReport TSavePlace::Save(const TSavedFile& file, const std::function<void()>& pr
         qputenv("TMPDIR", QFile::encodeName(Path("temporary")));
         if (d_scene == TScene::A_Locked_Folder) {
             Become_A_Plain_User();
+        }
+        if (d_scene == TScene::A_Shared_File) {
+            Reserve_No_Room();
         }
         prepare();
         const bool is_saved = file.Save(Target()).isEmpty();
@@ -149,7 +157,7 @@ bool TSavePlace::Is_Cut() const
 
     return lstat(QFile::encodeName(Target()).constData(), &status) == 0 &&
            ((d_scene == TScene::A_Symbolic_Link && !S_ISLNK(status.st_mode)) ||
-            (d_scene == TScene::A_File_Of_Two_Names && status.st_nlink != 2));
+            (Has_Two_Names() && status.st_nlink != 2));
 }
 
 TFound TSavePlace::Found(const TSavedFile& file) const
@@ -190,7 +198,7 @@ std::vector<TSaveCase> Every_Save_Case()
     std::vector<TSaveCase> cases;
     for (const TFileKind kind : {TFileKind::Budget, TFileKind::CSV, TFileKind::PDF}) {
         for (const TScene scene : {TScene::A_File, TScene::Nothing, TScene::A_Symbolic_Link,
-                                   TScene::A_File_Of_Two_Names, TScene::A_Locked_Folder}) {
+                                   TScene::A_File_Of_Two_Names, TScene::A_Shared_File, TScene::A_Locked_Folder}) {
             // These two are the ways that a document takes: beside its target, and elsewhere.
             const bool is_way = scene == TScene::A_File || scene == TScene::A_Locked_Folder;
             if (kind != TFileKind::PDF || is_way || Is_Long_Run()) {
@@ -213,7 +221,8 @@ bool Is_Long_Run()
 
 const char* Name_Of(TScene scene)
 {
-    constexpr const char* NAMES[] = {"A_file", "Nothing", "A_symbolic_link", "A_file_of_two_names", "A_locked_folder"};
+    constexpr const char* NAMES[] = {"A_file",        "Nothing",        "A_symbolic_link", "A_file_of_two_names",
+                                     "A_shared_file", "A_locked_folder"};
     return NAMES[static_cast<int>(scene)];
 }
 

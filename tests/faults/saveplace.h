@@ -21,6 +21,7 @@ enum class TScene
     Nothing,
     A_Symbolic_Link,
     A_File_Of_Two_Names, ///< written in place
+    A_Shared_File,       ///< the same on a file system that reserves no room, like many of those on a network
     A_Locked_Folder      ///< that takes no new file from the user; its file is written in place
 };
 
@@ -74,6 +75,7 @@ public:
 private:
     QString Path(const QString& name) const { return d_folder.filePath(name); }
     void Make_Target() const;
+    bool Has_Two_Names() const;
     bool Is_Cut() const;
 
     TScene d_scene;

@@ -92,6 +92,43 @@ std::string Title(const ::testing::TestParamInfo<TRow>& row)
 
 } // namespace
 
+// Names
+
+TEST(TNorvexaEvaluation, Bound_items_are_all_of_the_component_in_their_order)
+{
+    const TNorvexa budget = Budget(Laser({Item("Noise", "1"), Item("Drift", "2")}));
+
+    const auto listed = budget.Bind_Items("Laser", "", "A");
+
+    ASSERT_EQ(listed.size(), 2);
+    EXPECT_EQ(listed[0].item->name, "Noise");
+    EXPECT_EQ(*listed[0].evaluated.expression, "1");
+    EXPECT_EQ(listed[1].item->name, "Drift");
+    EXPECT_EQ(*listed[1].evaluated.expression, "2");
+    EXPECT_EQ(listed[1].evaluated.component_length, 300.0);
+}
+
+TEST(TNorvexaEvaluation, Bound_items_of_one_name_are_evaluated_as_the_first_of_them)
+{
+    const TNorvexa budget = Budget(Laser({Item("Noise", "1"), Item("Drift", "2"), Item("Noise", "3")}));
+
+    const auto listed = budget.Bind_Items("Laser", "Noise", "");
+
+    ASSERT_EQ(listed.size(), 2);
+    EXPECT_EQ(listed[0].item->expression, "1");
+    EXPECT_EQ(*listed[0].evaluated.expression, "1");
+    EXPECT_EQ(listed[1].item->expression, "3");
+    EXPECT_EQ(*listed[1].evaluated.expression, "1");
+}
+
+TEST(TNorvexaEvaluation, No_items_are_bound_of_a_component_or_an_item_that_does_not_exist)
+{
+    const TNorvexa budget = Budget(Laser({Item("Noise", "1")}));
+
+    EXPECT_EQ(budget.Bind_Items("Scale", "", "").size(), 0);
+    EXPECT_EQ(budget.Bind_Items("Laser", "Drift", "").size(), 0);
+}
+
 // Variables
 
 TEST(TNorvexaEvaluation, Expressions_use_the_variables_that_were_added)
