@@ -7,7 +7,8 @@
 # Not counted are
 # - the hidden way that an exception takes out of a call, and what the compiler adds to a closing brace;
 # - the failing side of an assertion: only a death test goes there, and its child aborts before it writes its counts.
-#   The whole condition is left out, so that one of several parts is not counted either.
+#   The whole condition is left out, so that one of several parts is not counted either. GCOVR_EXCL_LINE marks a line
+#   that aborts without being one.
 # Run it as root: the tests that mount a disk are skipped otherwise, and the lines that only they reach are missed.
 set -euo pipefail
 cd "$(dirname "${BASH_SOURCE[0]}")/.."
