@@ -65,6 +65,34 @@ QTextCodec* Declared_Codec(const QByteArray& bytes)
     return codec ? codec : QTextCodec::codecForName("UTF-8");
 }
 
+// Where half of a character beyond U+FFFF stands alone; -1 if none does.
+int Find_Lone_Surrogate(const QString& text)
+{
+    for (int index = 0; index < text.size(); ++index) {
+        const QChar unit = text.at(index);
+        const bool is_pair = unit.isHighSurrogate() && index + 1 < text.size() && text.at(index + 1).isLowSurrogate();
+
+        if (unit.isSurrogate() && !is_pair) {
+            return index;
+        }
+        index += is_pair ? 1 : 0;
+    }
+    return -1;
+}
+
+// Decoders put a character of its own in the place of what they cannot read, but those of UTF-16 and UTF-32 let halves
+// of characters pass.
+int Find_Broken_Character(const QString& text)
+{
+    const int surrogate = Find_Lone_Surrogate(text);
+    const int replaced = text.indexOf(QChar::ReplacementCharacter);
+
+    if (surrogate >= 0) {
+        return surrogate;
+    }
+    return replaced < 0 ? text.size() : replaced;
+}
+
 // Decodes once, so that the check and the parser see the same characters. A byte order mark wins over the declaration.
 bool Decode(const QByteArray& bytes, QString* text, TXmlFault* fault)
 {
@@ -72,12 +100,10 @@ bool Decode(const QByteArray& bytes, QString* text, TXmlFault* fault)
     QTextCodec::ConverterState state;
 
     *text = codec->toUnicode(bytes.constData(), bytes.size(), &state);
-    if (state.invalidChars == 0 && state.remainingChars == 0) {
+    if (state.invalidChars == 0 && state.remainingChars == 0 && text->isValidUtf16()) {
         return true;
     }
-    const int replaced = text->indexOf(QChar::ReplacementCharacter);
-    *fault = Fault_At("Encountered incorrectly encoded content.",
-                      Position_At(*text, replaced < 0 ? text->size() : replaced));
+    *fault = Fault_At("Encountered incorrectly encoded content.", Position_At(*text, Find_Broken_Character(*text)));
     return false;
 }
 

@@ -61,6 +61,12 @@ QByteArray Repeated(const QByteArray& text, int count)
     return result;
 }
 
+/// Halves of characters beyond U+FFFF stay as they are.
+QByteArray In_UTF_16(const QString& text)
+{
+    return QTextCodec::codecForName("UTF-16")->fromUnicode(text);
+}
+
 QByteArray Nested(int depth)
 {
     return "<Root>" + Repeated("<a>", depth - 1) + Repeated("</a>", depth - 1) + "</Root>";
@@ -561,6 +567,21 @@ INSTANTIATE_TEST_SUITE_P(
         TDocumentCase{"Reference_to_a_lone_surrogate", [] { return "<Root>&#xD800;</Root>"; },
                       Starts("Invalid character reference.")},
         TDocumentCase{"Lone_surrogate", [] { return "<Root>\xED\xA0\x80</Root>"; }, PARSE_ERROR},
+        TDocumentCase{"First_half_of_a_character_in_UTF_16",
+                      [] { return In_UTF_16(QString("<Root>\nab") + QChar(0xD835) + "c</Root>"); },
+                      Parse_Error("Encountered incorrectly encoded content.", 2, 3)},
+        TDocumentCase{"Second_half_of_a_character_in_UTF_16",
+                      [] { return In_UTF_16(QString("<Root>") + QChar(0xDC62) + "</Root>"); },
+                      Parse_Error("Encountered incorrectly encoded content.", 1, 7)},
+        TDocumentCase{"First_half_behind_a_whole_character_in_UTF_16",
+                      [] { return In_UTF_16(QString("<Root>\U0001D462") + QChar(0xD835) + "</Root>"); },
+                      Parse_Error("Encountered incorrectly encoded content.", 1, 9)},
+        TDocumentCase{"Half_of_a_character_in_UTF_32",
+                      [] {
+                          return QByteArray("\0\0\xFE\xFF\0\0\0<\0\0\0a\0\0\0>", 16) + QByteArray("\0\0\xD8\0", 4) +
+                                 QByteArray("\0\0\0<\0\0\0/\0\0\0a\0\0\0>", 16);
+                      },
+                      Parse_Error("Encountered incorrectly encoded content.", 1, 4)},
         TDocumentCase{"Character_FFFE", [] { return "<Root>\xEF\xBF\xBE</Root>"; }, PARSE_ERROR},
         TDocumentCase{"Character_FFFF", [] { return "<Root>\xEF\xBF\xBF</Root>"; }, PARSE_ERROR},
         TDocumentCase{"Broken_UTF_8", [] { return "<Root>\nab\xC3</Root>"; },

@@ -339,6 +339,10 @@ void Add_Byte_Orders(TFiles* files)
     add("No_mark_of_utf_16_be", TOpening::Refused, "", "UTF-16BE");
     add("No_mark_of_utf_32", TOpening::Refused, "", "UTF-32LE");
     add("Blank_in_front", TOpening::Refused, " ", "UTF-8");
+    Add(files, "Half_a_character_in_utf_16", TOpening::Refused, [] {
+        const QString text = QString::fromUtf8(With_Name("half")).replace("half", QChar(0xD835));
+        return QTextCodec::codecForName("UTF-16")->fromUnicode(text);
+    });
     add("Zero_in_front", TOpening::Refused, QByteArray(1, '\0'), "UTF-8");
 }
 
