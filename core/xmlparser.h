@@ -17,14 +17,12 @@ struct TXmlFault
 
 /// Parses `bytes` into `document` and returns true; on failure fills `fault` and returns false. Any bytes are safe:
 /// before the document is built they are checked for being well-formed and for staying within limits (64 MB, 256 nested
-/// elements, 2 million each of elements, attributes and other nodes, 1 million references, 64 entity declarations, 10
-/// MB of entity expansion, attributes and namespaces that are quick to compare), and nothing outside of them is ever
-/// read.
+/// elements, 2 million elements, 64 entity declarations, 10 MB of entity expansion, attributes and namespaces that are
+/// quick to compare, and a weighted sum of all that takes time and memory), and nothing outside of them is ever read.
 bool Xml_Parse(const QByteArray& bytes, bool namespace_processing, QDomDocument* document, TXmlFault* fault);
 
 /// The fault of a document above XML_MAXIMUM_SIZE, for who knows the size before the bytes.
 TXmlFault Xml_Size_Fault();
 
-/// Why Xml_Parse would refuse the bytes of a budget that are otherwise sound; empty if it would not. Only the limits on
-/// size, elements and references are in the reach of a budget.
+/// Why Xml_Parse would refuse the bytes of a budget; empty if it would not.
 QString Xml_Excess(const QByteArray& bytes);

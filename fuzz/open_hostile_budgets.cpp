@@ -3,8 +3,8 @@
 // without a message, takes more than 3 s or more than 1 GB.
 
 #include "fuzz/budgetfile.h"
+#include "src/norvexa.h"
 #include "tests/support/hostilefiles.h"
-#include "tests/support/randombudget.h"
 
 #include <QCoreApplication>
 #include <QStringList>
@@ -12,6 +12,8 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdio>
+#include <random>
+#include <vector>
 
 #include <sys/resource.h>
 #include <sys/wait.h>
@@ -22,6 +24,8 @@ namespace {
 constexpr double LONGEST_TIME = 3.0;
 constexpr double LARGEST_MEMORY = 1024.0;
 constexpr unsigned int HANGING = 60;
+// Tells the program to open one file and end.
+constexpr char OPEN[] = "--open";
 
 enum TOutcome
 {
@@ -79,12 +83,17 @@ double Megabytes(const rusage& usage)
     return static_cast<double>(usage.ru_maxrss) / 1024.0;
 }
 
-TOutcome Opened(QString* error)
+TOutcome Opened(const QString& file_name, QString* error)
 {
-    Loaded_Budget(Budget_File(), error);
-    if (error->isEmpty()) {
+    TNorvexa document;
+    std::vector<TVariable> variables;
+    std::vector<TGroup> groups;
+    TInputData input_data;
+
+    if (document.Load(file_name, &variables, &groups, &input_data)) {
         return OUTCOME_LOADED;
     }
+    *error = document.Last_Error();
     return Is_Refusal(*error) ? OUTCOME_REFUSED : OUTCOME_WITHOUT_MESSAGE;
 }
 
@@ -96,7 +105,7 @@ TMeasurement Measured()
     const auto start = std::chrono::steady_clock::now();
 
     alarm(HANGING);
-    measurement.outcome = Opened(&error);
+    measurement.outcome = Opened(Budget_File(), &error);
     alarm(0);
     getrusage(RUSAGE_SELF, &usage);
     measurement.seconds = std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
@@ -104,18 +113,18 @@ TMeasurement Measured()
     return measurement;
 }
 
-[[noreturn]] void Open_And_Exit()
+int Open_And_Print(const QString& file_name)
 {
     QString error;
 
     alarm(HANGING);
-    const TOutcome outcome = Opened(&error);
+    const TOutcome outcome = Opened(file_name, &error);
     std::printf("%s\n", qUtf8Printable(error.left(150).simplified()));
-    std::fflush(stdout);
-    _exit(outcome);
+    return outcome;
 }
 
-/// The time is that of the processor, so that other programs at work do not count.
+/// In a process that begins anew, so that neither the memory of this one nor other programs at work count. The time is
+/// that of the processor.
 TMeasurement Measured_In_Child()
 {
     TMeasurement measurement;
@@ -125,7 +134,8 @@ TMeasurement Measured_In_Child()
     std::fflush(stdout);
     const pid_t child = fork();
     if (child == 0) {
-        Open_And_Exit();
+        execl("/proc/self/exe", "open_hostile_budgets", OPEN, qUtf8Printable(Budget_File()), nullptr);
+        _exit(OUTCOME_CRASHED);
     }
     if (child > 0 && wait4(child, &status, 0, &usage) == child && WIFEXITED(status)) {
         measurement.outcome = static_cast<TOutcome>(WEXITSTATUS(status));
@@ -203,6 +213,9 @@ int main(int argc, char* argv[])
     if (arguments.size() != 3) {
         std::fprintf(stderr, "usage: open_hostile_budgets SEED MUTATIONS\n");
         return 2;
+    }
+    if (arguments.at(1) == OPEN) {
+        return Open_And_Print(arguments.at(2));
     }
     const unsigned int seed = arguments.at(1).toUInt();
     // First, since their memory is that of this process.

@@ -348,6 +348,8 @@ QString Starts(const QString& reason)
     return "content: ERR:  Reference data XML parse error at line " + reason + " column *";
 }
 
+const QString TOO_MUCH = Starts("too many elements, attributes, texts and references");
+
 QByteArray With_Entities(int count)
 {
     QByteArray document = "<!DOCTYPE Root [";
@@ -433,6 +435,30 @@ QByteArray With_Attributes_Behind(const QByteArray& begin, const QByteArray& end
     return begin + "\n" + With_Attributes(20'000) + "\n" + end;
 }
 
+QByteArray Declarations()
+{
+    return "<!DOCTYPE Root [<!ENTITY % p ''>" + Repeated("<!ELEMENT a ANY>%p;", 1'000) + "]>";
+}
+
+// A thousand times the part, which costs as much as told. A comment takes the cost of the whole to what is read at
+// most, and beyond by the excess.
+QByteArray Of_Cost(const QByteArray& prolog, const QByteArray& part, int cost, int excess)
+{
+    constexpr int MAXIMUM = 110'000'000;
+    constexpr int PARTS = 1'000;
+    constexpr int ELEMENT = 36;
+    constexpr int COMMENT = 20;
+    constexpr int DECLARATION = 28;
+    constexpr int REFERENCE = 35;
+    const int own_size = QByteArray("<Root><!----></Root>").size();
+    const int own_cost = own_size + ELEMENT + COMMENT + DECLARATION * prolog.count('<') + REFERENCE * prolog.count('%');
+    const int used = prolog.size() + own_cost + PARTS * cost;
+    const int free = MAXIMUM - used + excess;
+    const QByteArray filling = QByteArray(free / (REFERENCE + 1), '&') + QByteArray(free % (REFERENCE + 1), ' ');
+
+    return prolog + "<Root><!--" + filling + "-->" + Repeated(part, PARTS) + "</Root>";
+}
+
 INSTANTIATE_TEST_SUITE_P(
     Documents, TXmlFile_Untrusted_Test,
     testing::Values(
@@ -504,22 +530,44 @@ INSTANTIATE_TEST_SUITE_P(
         TDocumentCase{"Too_many_attributes_whose_equals_signs_are_references",
                       [] { return With_Attributes_In_Entity(20'000, "&#x3D;", 1); },
                       Parse_Error("too many attributes", 2, 1)},
-        TDocumentCase{"Two_million_attributes",
-                      [] { return "<Root>" + Repeated("<a b='' c=''/>", 1'000'000) + "</Root>"; }, "nothing"},
-        TDocumentCase{"One_attribute_more",
-                      [] { return "<Root d=''>" + Repeated("<a b='' c=''/>", 1'000'000) + "</Root>"; },
-                      Starts("more than 2000000 attributes")},
-        TDocumentCase{"Two_million_comments", [] { return Repeated("<!---->", 2'000'000) + "<Root/>"; }, "nothing"},
-        TDocumentCase{"One_comment_more", [] { return Repeated("<!---->", 2'000'001) + "<Root/>"; },
-                      Starts("more than 2000000 comments, instructions and sections")},
-        TDocumentCase{"Too_many_instructions", [] { return Repeated("<?a?>", 2'000'001) + "<Root/>"; },
-                      Starts("more than 2000000 comments, instructions and sections")},
-        TDocumentCase{"Too_many_sections", [] { return "<Root>" + Repeated("<![CDATA[]]>", 2'000'001) + "</Root>"; },
-                      Starts("more than 2000000 comments, instructions and sections")},
-        TDocumentCase{"A_million_references", [] { return "<Root>" + Repeated("&#65;", 1'000'000) + "</Root>"; },
+        TDocumentCase{"Elements_to_the_limit", [] { return Of_Cost(QByteArray(), "<a/>", 40, 0); }, "nothing"},
+        TDocumentCase{"Elements_above_the_limit", [] { return Of_Cost(QByteArray(), "<a/>", 40, 1); }, TOO_MUCH},
+        TDocumentCase{"Attributes_to_the_limit", [] { return Of_Cost(QByteArray(), "<a b=''/>", 125, 0); }, "nothing"},
+        TDocumentCase{"Attributes_above_the_limit", [] { return Of_Cost(QByteArray(), "<a b=''/>", 125, 1); },
+                      TOO_MUCH},
+        TDocumentCase{"Texts_to_the_limit", [] { return Of_Cost(QByteArray(), "<a>b</a>", 94, 0); }, "nothing"},
+        TDocumentCase{"Texts_above_the_limit", [] { return Of_Cost(QByteArray(), "<a>b</a>", 94, 1); }, TOO_MUCH},
+        TDocumentCase{"Blanks_to_the_limit", [] { return Of_Cost(QByteArray(), " \n\t<a/>", 43, 0); }, "nothing"},
+        TDocumentCase{"Blanks_above_the_limit", [] { return Of_Cost(QByteArray(), " \n\t<a/>", 43, 1); }, TOO_MUCH},
+        TDocumentCase{"Sections_to_the_limit", [] { return Of_Cost(QByteArray(), "<![CDATA[ ]]>", 63, 0); }, "nothing"},
+        TDocumentCase{"Sections_above_the_limit", [] { return Of_Cost(QByteArray(), "<![CDATA[ ]]>", 63, 1); },
+                      TOO_MUCH},
+        TDocumentCase{"Comments_to_the_limit", [] { return Of_Cost(QByteArray(), "<!---->", 27, 0); }, "nothing"},
+        TDocumentCase{"Comments_above_the_limit", [] { return Of_Cost(QByteArray(), "<!---->", 27, 1); }, TOO_MUCH},
+        TDocumentCase{"Instructions_to_the_limit", [] { return Of_Cost(QByteArray(), "<?a?>", 25, 0); }, "nothing"},
+        TDocumentCase{"Instructions_above_the_limit", [] { return Of_Cost(QByteArray(), "<?a?>", 25, 1); }, TOO_MUCH},
+        TDocumentCase{"References_to_the_limit", [] { return Of_Cost(QByteArray(), "<a b='&#9;'/>", 164, 0); },
                       "nothing"},
-        TDocumentCase{"One_reference_more", [] { return "<Root>\n" + Repeated("&#65;", 1'000'000) + "&lt;</Root>"; },
-                      Parse_Error("more than 1000000 references", 2, 5'000'001)},
+        TDocumentCase{"References_above_the_limit", [] { return Of_Cost(QByteArray(), "<a b='&#9;'/>", 164, 1); },
+                      TOO_MUCH},
+        TDocumentCase{"Nested_elements_to_the_limit",
+                      [] { return Of_Cost(QByteArray(), "<a><b><c/></b></a>", 127, 0); }, "nothing"},
+        TDocumentCase{"Nested_elements_above_the_limit",
+                      [] { return Of_Cost(QByteArray(), "<a><b><c/></b></a>", 127, 1); }, TOO_MUCH},
+        TDocumentCase{"Namespaces_to_the_limit",
+                      [] { return Of_Cost(QByteArray(), "<a xmlns:p='u'><p:b/></a>", 139, 0); }, "nothing"},
+        TDocumentCase{"Namespaces_above_the_limit",
+                      [] { return Of_Cost(QByteArray(), "<a xmlns:p='u'><p:b/></a>", 139, 1); }, TOO_MUCH},
+        TDocumentCase{"Declarations_to_the_limit", [] { return Of_Cost(Declarations(), "<a/>", 40, 0); }, "nothing"},
+        TDocumentCase{"Declarations_above_the_limit", [] { return Of_Cost(Declarations(), "<a/>", 40, 1); }, TOO_MUCH},
+        TDocumentCase{"Elements_below_declared_attributes_to_the_limit",
+                      [] { return Of_Cost("<!DOCTYPE Root [<!ATTLIST b c ID ''>]>", "<a/>", 41, 0); }, "nothing"},
+        TDocumentCase{"Elements_below_declared_attributes_above_the_limit",
+                      [] { return Of_Cost("<!DOCTYPE Root [<!ATTLIST b c ID ''>]>", "<a/>", 41, 1); }, TOO_MUCH},
+        TDocumentCase{"Texts_with_references_to_the_limit",
+                      [] { return "<Root>" + Repeated("&#65;", 2'700'000) + "</Root>"; }, "nothing"},
+        TDocumentCase{"Texts_with_references_above_the_limit",
+                      [] { return "<Root>" + Repeated("&#65;", 2'800'000) + "</Root>"; }, TOO_MUCH},
         TDocumentCase{"Content_model_256_deep", [] { return With_Content_Model(256); }, "nothing"},
         TDocumentCase{"Content_model_257_deep", [] { return With_Content_Model(257); },
                       Starts("declarations nested deeper than 256 levels")},
@@ -656,6 +704,46 @@ TEST_F(TXmlFile_Text_Test, Reads_other_encodings)
     EXPECT_EQ(Root_Text("\xEF\xBB\xBF<Root>\xC3\xBC</Root>"), QString(QChar(0xFC)));
     const QString document = "<?xml version='1.0' encoding='UTF-16'?><Root>" + d_face + "</Root>";
     EXPECT_EQ(Root_Text(QTextCodec::codecForName("UTF-16")->fromUnicode(document)), d_face);
+}
+
+// All that a document tells about a node and those below it.
+QStringList Nodes(const QDomNode& node)
+{
+    const auto shown = [](const QString& text) { return text.isNull() ? QString("none") : "'" + text + "'"; };
+    QStringList nodes = {QString("%1 %2 %3 %4 %5 %6 %7:%8")
+                             .arg(node.nodeType())
+                             .arg(node.nodeName(), shown(node.localName()), shown(node.namespaceURI()),
+                                  shown(node.prefix()), shown(node.nodeValue()))
+                             .arg(node.lineNumber())
+                             .arg(node.columnNumber())};
+
+    for (int i = 0; i < node.attributes().size(); ++i) {
+        nodes += Nodes(node.attributes().item(i));
+    }
+    for (QDomNode child = node.firstChild(); !child.isNull(); child = child.nextSibling()) {
+        nodes += Nodes(child);
+    }
+    return nodes;
+}
+
+TEST(Xml_Parse_Test, Builds_the_document_that_the_parser_of_Qt_builds)
+{
+    for (const bool namespace_processing : {true, false}) {
+        for (const char* text : {"<?xml version='1.0'?>\n<Root a='b &amp; c'>\n  <A/> <B>&lt;\td</B><!--e--><?f "
+                                 "g?><![CDATA[ <h> ]]></Root>",
+                                 "<Root xmlns='u' xmlns:p='v' a='b' p:c='d'><p:A p:b='c'/><B/></Root>",
+                                 "<Root xml:space='preserve'> </Root>",
+                                 "<!DOCTYPE Root [<!ENTITY e \"<a &#120;mlns='u'/>\">]><Root>&e;</Root>",
+                                 "<!DOCTYPE Root [<!ATTLIST Root b CDATA 'c'>]><Root/>"}) {
+            QDomDocument document;
+            QDomDocument expected;
+            TXmlFault fault;
+
+            EXPECT_TRUE(Xml_Parse(text, namespace_processing, &document, &fault)) << text;
+            EXPECT_TRUE(expected.setContent(QString(text), namespace_processing)) << text;
+            EXPECT_EQ(Nodes(document), Nodes(expected)) << text;
+        }
+    }
 }
 
 TEST_F(TXmlFile_Text_Test, Expands_its_own_entities)
@@ -1128,28 +1216,27 @@ TEST_F(TXmlFile_Writing_Test, Reports_a_file_that_cannot_be_written)
               "content: ERR:  Cannot write file '" + d_folder.path() + "'.  Reason: Is a directory");
 }
 
-TEST_F(TXmlFile_Writing_Test, Writes_a_file_of_too_many_references_to_be_opened_and_says_so)
+TEST_F(TXmlFile_Writing_Test, Writes_a_file_of_too_much_to_be_opened_and_says_so)
 {
     const QString name = d_folder.filePath("%2");
-    d_file.Write_Text_Node(d_root, QString(1'000'000, '&'));
+    d_file.Write_Text_Node(d_root, QString(2'500'000, '&'));
     EXPECT_EQ(Write_File(name), "nothing");
 
-    d_file.Write_Text_Node(d_root, QString("<"));
+    d_file.Write_Text_Node(d_root, QString(300'000, '<'));
     EXPECT_EQ(Write_File(name), "content: ERR:  File '" + name +
-                                    "' is written but cannot be opened again.  Reason: more than 1000000 references");
+                                    "' is written but cannot be opened again.  Reason: "
+                                    "too many elements, attributes, texts and references");
     EXPECT_EQ(Content(name), Data(false));
 }
 
-TEST(Xml_Excess_Test, Is_the_limit_that_the_bytes_of_a_budget_pass)
+TEST(Xml_Excess_Test, Is_why_bytes_are_not_parsed)
 {
-    EXPECT_EQ(Xml_Excess(QByteArray(64 * 1024 * 1024, 'x')), "");
+    EXPECT_EQ(Xml_Excess("<Root/>"), "");
+    EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<a/>", 1'999'999) + "</Root>"), "");
+    EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<a/>", 2'000'000) + "</Root>"), "more than 2000000 elements");
+    EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<a>b</a>", 1'200'000) + "</Root>"),
+              "too many elements, attributes, texts and references");
     EXPECT_EQ(Xml_Excess(QByteArray(64 * 1024 * 1024 + 1, 'x')), "larger than 64 MB");
-    EXPECT_EQ(Xml_Excess(QByteArray(1'000'000, '&')), "");
-    EXPECT_EQ(Xml_Excess(QByteArray(1'000'001, '&')), "more than 1000000 references");
-
-    const QByteArray others = "<?xml?><!DOCTYPE a></a>";
-    EXPECT_EQ(Xml_Excess(others + Repeated("<a/>", 2'000'000)), "");
-    EXPECT_EQ(Xml_Excess(others + Repeated("<a>", 2'000'001)), "more than 2000000 elements");
 }
 
 // Null pointers

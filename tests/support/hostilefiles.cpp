@@ -6,6 +6,7 @@
 #include <QtEndian>
 
 #include <algorithm>
+#include <functional>
 
 namespace {
 
@@ -480,8 +481,8 @@ void Add_Other_Nodes(TFiles* files)
     for (const auto& [kind, node] : NODES) {
         const QString text = node;
         Add(files, QString("%1_500000").arg(kind), TOpening::Loads, [=] { return With_Content(Times(500'000, text)); });
-        Add(files, QString("%1_2100000").arg(kind), TOpening::Refused,
-            [=] { return With_Content(Times(2'100'000, text)); });
+        Add(files, QString("%1_4200000").arg(kind), TOpening::Refused,
+            [=] { return With_Content(Times(4'200'000, text)); });
     }
 }
 
@@ -507,22 +508,71 @@ void Add_Sizes(TFiles* files)
     Add(files, "References_900000", TOpening::Loads, [] { return With_Name(Times(900'000, "&#x1D462;")); });
     Add(files, "References_60_MB", TOpening::Refused, [] { return With_Name(Times(12 * MEGABYTE, "&amp;")); });
     Add(files, "High_references_60_MB", TOpening::Refused, [] { return With_Name(Times(6 * MEGABYTE, "&#x1D462;")); });
-    Add(files, "Elements_1900000", TOpening::Loads, [] { return With_Content(Times(1'900'000, "<a/>")); });
-    Add(files, "Elements_2100000", TOpening::Refused, [] { return With_Content(Times(2'100'000, "<a/>")); });
     Add(files, "Line_breaks_10_MB", TOpening::Loads, [] { return With_Content(QString(10 * MEGABYTE, '\n')); });
     Add(files, "Number_of_1_MB", TOpening::Loads,
         [] { return Small_Budget().replace("<Length>25.5<", "<Length>" + QByteArray(MEGABYTE, '7') + "<"); });
-    Add(files, "Variables_200000", TOpening::Loads, [] {
-        return Small_Budget().replace("</Variables>",
-                                      Numbered("<Variable><Name>v%</Name><Description/></Variable>", 200'000).toUtf8() +
-                                          "</Variables>");
-    });
-    Add(files, "Identifiers_100000_of_one_name", TOpening::Loads, [] {
-        const QByteArray text = Small_Budget();
-        const int begin = text.indexOf("<Identifier>");
-        const QByteArray identifier = text.mid(begin, text.indexOf("</Identifiers>") - begin);
-        return QByteArray(text).replace("</Identifiers>", identifier.repeated(100'000) + "</Identifiers>");
-    });
+}
+
+// Counts of elements. The larger ones that load are near to what is read at all.
+
+QByteArray With_Elements(int count, const QString& element)
+{
+    return With_Content(Times(count, element));
+}
+
+QByteArray With_Namespaces(int count, const QString& element)
+{
+    return With_Elements(count, element)
+        .replace("<Norvexa_Data ", "<Norvexa_Data " + Numbered("xmlns:n%=\"u%\" ", 9).toUtf8());
+}
+
+QByteArray With_Variables(int count)
+{
+    const QString variables = Numbered("<Variable><Name>v%</Name><Description/></Variable>", count);
+    return Small_Budget().replace("</Variables>", variables.toUtf8() + "</Variables>");
+}
+
+QByteArray With_Identifiers(int count)
+{
+    const QByteArray text = Small_Budget();
+    const int begin = text.indexOf("<Identifier>");
+    const QByteArray identifier = text.mid(begin, text.indexOf("</Identifiers>") - begin);
+
+    return QByteArray(text).replace("</Identifiers>", identifier.repeated(count) + "</Identifiers>");
+}
+
+void Add_Counts(TFiles* files)
+{
+    const struct
+    {
+        const char* name;
+        std::function<QByteArray(int)> make;
+        int loads;
+        int refused;
+    } FILES[] = {
+        {"Elements", [](int count) { return With_Elements(count, "<a/>"); }, 1'900'000, 2'100'000},
+        {"Nested_elements",
+         [](int count) { return With_Elements(count / 240, Times(240, "<a>") + Times(240, "</a>")); }, 1'000'000,
+         1'700'000},
+        {"Elements_with_attribute", [](int count) { return With_Elements(count, "<a b=\"\"/>"); }, 600'000, 900'000},
+        {"Elements_with_text", [](int count) { return With_Elements(count, "<a>b</a>"); }, 650'000, 1'200'000},
+        {"Elements_with_all", [](int count) { return With_Elements(count, "<a b=\"c\">d<?e?></a>"); }, 330'000,
+         600'000},
+        {"Elements_with_reference", [](int count) { return With_Elements(count, "<a>&lt;</a>"); }, 500'000, 900'000},
+        {"Elements_with_prefix", [](int count) { return With_Namespaces(count, "<n1:a/>"); }, 400'000, 700'000},
+        {"Elements_with_namespace", [](int count) { return With_Elements(count, "<a xmlns=\"u\"/>"); }, 900'000,
+         1'500'000},
+        {"Variables", With_Variables, 250'000, 600'000},
+        {"Identifiers_of_one_name", With_Identifiers, 80'000, 160'000}};
+
+    for (const auto& file : FILES) {
+        const auto make = file.make;
+        const int loads = file.loads;
+        const int refused = file.refused;
+
+        Add(files, QString("%1_%2").arg(file.name).arg(loads), TOpening::Loads, [=] { return make(loads); });
+        Add(files, QString("%1_%2").arg(file.name).arg(refused), TOpening::Refused, [=] { return make(refused); });
+    }
 }
 
 // Records
@@ -624,6 +674,7 @@ TFiles Hostile_Files(unsigned int seed)
     Add_Document_Types(&files);
     Add_Other_Nodes(&files);
     Add_Sizes(&files);
+    Add_Counts(&files);
     Add_Missing_Elements(&files);
     Add_Numbers(&files);
     Add_Other_Files(&files, seed);
