@@ -213,6 +213,17 @@ int Xml_Find_Excess_Of_Attributes(const QString& text)
     return Declared_Attributes(QStringRef(&text)) > MAXIMUM_DECLARED_ATTRIBUTES ? 0 : Find_Excess_In_Elements(text);
 }
 
+bool Xml_Is_Surely_Small(const QByteArray& bytes)
+{
+    // That of an element without content, or half of that of one with a text and an end.
+    constexpr qint64 COST_OF_TAG = 50;
+    const qint64 tags = bytes.count('<');
+    const qint64 references = bytes.count('&');
+
+    return tags <= MAXIMUM_ELEMENTS &&
+           bytes.size() + COST_OF_TAG * tags + COST_OF_REFERENCE * references <= MAXIMUM_COST;
+}
+
 TXmlLimits::TXmlLimits(const QString& text)
     // Inside the document type what expands may be declarations of attributes.
     : d_declaration_share(Expansion_Share(text, MAXIMUM_DECLARED_ATTRIBUTES * DECLARED_ATTRIBUTE_SIZE)),

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QByteArray>
 #include <QString>
 #include <QXmlStreamReader>
 
@@ -7,6 +8,10 @@
 
 /// Where the elements of `text` first have so many attributes that not even reading them is quick; -1 if they never do.
 int Xml_Find_Excess_Of_Attributes(const QString& text);
+
+/// Whether `bytes` are certain to stay within the limits if they hold nothing but elements and texts, no deeper than 50
+/// levels. Quicker than counting them.
+bool Xml_Is_Surely_Small(const QByteArray& bytes);
 
 /// What a stream reader has come across so far.
 struct TXmlCounts

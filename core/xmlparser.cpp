@@ -260,12 +260,10 @@ TXmlFault Xml_Size_Fault()
 
 QString Xml_Excess(const QByteArray& bytes)
 {
-    // Nothing that a budget is made of reaches a limit with so little.
-    constexpr int QUICK_SIZE = 2 * 1024 * 1024;
     QString text;
     TXmlFault fault;
 
-    if (bytes.size() < QUICK_SIZE) {
+    if (bytes.size() <= XML_MAXIMUM_SIZE && Xml_Is_Surely_Small(bytes)) {
         return QString();
     }
     return Decode_And_Check(bytes, true, &text, &fault) ? QString() : fault.reason;

@@ -1232,9 +1232,12 @@ TEST_F(TXmlFile_Writing_Test, Writes_a_file_of_too_much_to_be_opened_and_says_so
 TEST(Xml_Excess_Test, Is_why_bytes_are_not_parsed)
 {
     EXPECT_EQ(Xml_Excess("<Root/>"), "");
+    EXPECT_EQ(Xml_Excess(Of_Cost(QByteArray(), "<a>b</a>", 94, 0)), "");
+    EXPECT_EQ(Xml_Excess(Of_Cost(QByteArray(), "<a>b</a>", 94, 1)),
+              "too many elements, attributes, texts and references");
     EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<a/>", 1'999'999) + "</Root>"), "");
     EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<a/>", 2'000'000) + "</Root>"), "more than 2000000 elements");
-    EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<a>b</a>", 1'200'000) + "</Root>"),
+    EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<Name>b</Name>", 1'200'000) + "</Root>"),
               "too many elements, attributes, texts and references");
     EXPECT_EQ(Xml_Excess(QByteArray(64 * 1024 * 1024 + 1, 'x')), "larger than 64 MB");
 }
