@@ -20,19 +20,24 @@ constexpr int MAXIMUM_DECLARED_ATTRIBUTES = 10'000;
 constexpr qint64 USUAL_ATTRIBUTES = 100;
 constexpr qint64 USUAL_NAMESPACES = 10;
 // What takes time and memory adds up. The unit is what one character takes (measured: 35 ns and 8 bytes). The maximum
-// lets pass two million elements without content, and budgets of 40,000 items with three replacements each; no document
-// within it takes 1 GB.
-constexpr qint64 MAXIMUM_COST = 110'000'000;
+// lets pass two million elements without content, and a budget of 40,000 items with a replacement and an identifier
+// each.
+constexpr qint64 MAXIMUM_COST = 130'000'000;
 constexpr qint64 COST_OF_ELEMENT = 36;
 constexpr qint64 COST_OF_NAMESPACE = 14; // once where it is declared and once for each element that it holds in
 constexpr qint64 COST_OF_ATTRIBUTE = 80;
 constexpr qint64 COST_OF_TEXT = 50; // between tags; blanks alone make no node. Most texts go on into a record.
-constexpr qint64 COST_OF_COMMENT = 20;
+constexpr qint64 COST_OF_COMMENT = 28;
 constexpr qint64 COST_OF_DECLARATION = 28;
+constexpr qint64 COST_OF_DECLARING = 2; // for each character of a document type, beside its own
 constexpr qint64 COST_OF_REFERENCE = 35;
-// At each element the levels above it and the attributes that the document type declares are passed, so many of them in
-// the time of one character.
+// What entities expand to may be references, in which nobody sees them: one for every three characters.
+constexpr qint64 COST_OF_ENTITIES = 14LL * (MAXIMUM_EXPANSION / 3);
+// At each element the levels above it are passed, and at it and at each of its attributes those that the document type
+// declares; so many of them in the time of one character.
 constexpr qint64 PASSED_AT_ONCE = 4;
+// Names and addresses of namespaces are compared with each other. So many characters make a namespace count once more.
+constexpr qint64 USUAL_LENGTH_OF_NAMESPACE = 64;
 // An attribute that is declared takes no less: " a ID ''".
 constexpr int DECLARED_ATTRIBUTE_SIZE = 8;
 
@@ -117,7 +122,16 @@ qint64 Cost_Of_Text(const QString& text)
 {
     const qint64 references = text.count('&') + (text.contains("<!DOCTYPE") ? text.count('%') : 0);
 
-    return text.size() + COST_OF_REFERENCE * references;
+    return text.size() + COST_OF_REFERENCE * references + (text.contains("<!ENTITY") ? COST_OF_ENTITIES : 0);
+}
+
+qint64 Weight(const QXmlStreamNamespaceDeclarations& declarations)
+{
+    qint64 weight = declarations.size();
+    for (const QXmlStreamNamespaceDeclaration& declaration : declarations) {
+        weight += (declaration.prefix().size() + declaration.namespaceUri().size()) / USUAL_LENGTH_OF_NAMESPACE;
+    }
+    return weight;
 }
 
 qint64 Cost_Of_Element(qint64 passed, qint64 namespaces, qint64 attributes)
@@ -130,21 +144,21 @@ void Count_Document_Type(const QXmlStreamReader& reader, TXmlCounts* counts)
     counts->entities = reader.entityDeclarations().size();
     counts->nesting = Nesting(reader.text());
     counts->declared_attributes = Declared_Attributes(reader.text());
-    counts->cost += COST_OF_DECLARATION * reader.text().count('<');
+    counts->cost += COST_OF_DECLARATION * reader.text().count('<') + COST_OF_DECLARING * reader.text().size();
 }
 
 void Count_Start(const QXmlStreamReader& reader, TXmlCounts* counts)
 {
     const QXmlStreamAttributes attributes = reader.attributes();
     const qint64 outer = counts->namespaces.empty() ? 0 : counts->namespaces.back();
-    const qint64 declared = reader.namespaceDeclarations().size();
+    const qint64 declared = Weight(reader.namespaceDeclarations());
     const qint64 namespaces = outer + declared;
 
     counts->namespaces.push_back(namespaces);
     ++counts->depth;
     ++counts->elements;
-    counts->cost +=
-        Cost_Of_Element(counts->depth + counts->declared_attributes, declared + namespaces, attributes.size());
+    const qint64 passed = counts->depth + counts->declared_attributes * (1 + attributes.size());
+    counts->cost += Cost_Of_Element(passed, declared + namespaces, attributes.size());
     counts->attribute_pairs += Pairs(attributes.size());
     counts->pairs += namespaces > USUAL_NAMESPACES ? namespaces * namespaces : 0;
     counts->pairs += counts->declared_attributes > USUAL_ATTRIBUTES ? counts->declared_attributes : 0;
@@ -215,7 +229,7 @@ int Xml_Find_Excess_Of_Attributes(const QString& text)
 
 bool Xml_Is_Surely_Small(const QByteArray& bytes)
 {
-    // That of an element without content, or half of that of one with a text and an end.
+    // That of an element without content, and half of that of one with a text and an end.
     constexpr qint64 COST_OF_TAG = 50;
     const qint64 tags = bytes.count('<');
     const qint64 references = bytes.count('&');

@@ -7,16 +7,17 @@
 #include <vector>
 
 /// Where the elements of `text` first have so many attributes that not even reading them is quick; -1 if they never do.
+/// 0 if it is the document type that declares so many.
 int Xml_Find_Excess_Of_Attributes(const QString& text);
 
-/// Whether `bytes` are certain to stay within the limits if they hold nothing but elements and texts, no deeper than 50
-/// levels. Quicker than counting them.
+/// Whether `bytes` are certain to stay within the limits if they are a budget's: elements that hold either elements or
+/// one text and stand no deeper than 50 levels, and hardly any attributes. Quicker than counting them.
 bool Xml_Is_Surely_Small(const QByteArray& bytes);
 
 /// What a stream reader has come across so far.
 struct TXmlCounts
 {
-    std::vector<qint64> namespaces; ///< that hold in each open element
+    std::vector<qint64> namespaces; ///< their weight in each open element
     qint64 depth = 0;
     qint64 elements = 0;
     qint64 entities = 0;

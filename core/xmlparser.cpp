@@ -99,8 +99,8 @@ const char NAMESPACES[] = "http://xml.org/sax/features/namespaces";
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 
-// Qt's parser for a document without namespaces, for which it would look all the same with up to half of its time. The
-// document is told that it does so and gives local names to its nodes.
+// Qt's parser takes up to half of its time to look for namespaces. This one does not, for documents that have none, but
+// says that it does: then the document is built as if it had, its nodes with local names.
 class TPlainReader : public QXmlSimpleReader
 {
 public:
@@ -131,7 +131,7 @@ QT_WARNING_POP
 
 bool Has_Namespaces(const QString& text)
 {
-    // The document type may hide the others in its entities.
+    // The entities of a document type may hide that a namespace is declared.
     return text.contains("xmlns") || text.contains("xml:") || text.contains("<!DOCTYPE");
 }
 
@@ -215,12 +215,20 @@ bool Has_Few_Attributes(const QString& text, TXmlFault* fault)
     return excess < 0;
 }
 
-// The streaming pass: one token after the other, nothing kept but counts.
-bool Check(const QString& text, bool namespace_processing, TXmlFault* fault)
+// The first characters of `text`, which must live longer.
+QString Beginning(const QString& text, int size)
+{
+    return QString::fromRawData(text.constData(), size);
+}
+
+// The streaming pass: one token after the other, nothing kept but counts. Returns how much of the text it read until it
+// was no longer well-formed; -1 if it is, or if there is too much of something.
+int Stream(const QString& text, bool namespace_processing, TXmlFault* fault)
 {
     QXmlStreamReader reader(text);
     TXmlLimits limits(text);
 
+    *fault = {};
     reader.setNamespaceProcessing(namespace_processing);
     while (!reader.atEnd()) {
         limits.Bound_Expansion(&reader);
@@ -228,17 +236,27 @@ bool Check(const QString& text, bool namespace_processing, TXmlFault* fault)
         const QString excess = limits.Count(reader);
         if (!excess.isEmpty()) {
             *fault = Fault_At(excess, reader);
-            return false;
+            return -1;
         }
     }
     if (!reader.hasError()) {
-        return true;
+        return -1;
     }
-    const QString checked = text.left(static_cast<int>(reader.characterOffset()));
-    if (!Parser_Fault(checked, checked.size() == text.size(), namespace_processing, fault)) {
-        *fault = Fault_At(Readable_Reason(reader, checked), reader);
+    const int checked = qMin(static_cast<int>(reader.characterOffset()), text.size());
+    *fault = Fault_At(Readable_Reason(reader, Beginning(text, checked)), reader);
+    return checked;
+}
+
+bool Check(const QString& text, bool namespace_processing, TXmlFault* fault)
+{
+    // The reader's memory is given back before a document is built.
+    const int size = Stream(text, namespace_processing, fault);
+    TXmlFault parser_fault;
+
+    if (size >= 0 && Parser_Fault(Beginning(text, size), size == text.size(), namespace_processing, &parser_fault)) {
+        *fault = parser_fault;
     }
-    return false;
+    return fault->reason.isEmpty();
 }
 
 // All that a document is checked for before it is built.

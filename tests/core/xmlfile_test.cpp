@@ -414,6 +414,14 @@ QByteArray With_Namespaces(int count, const QByteArray& element, int elements)
     return document + ">" + Repeated(element, elements) + "</Root>";
 }
 
+// Each element compares the addresses of its two attributes.
+QByteArray With_Long_Namespaces(int length)
+{
+    const QByteArray address(length, 'u');
+    return "<Root xmlns:p='" + address + "1' xmlns:q='" + address + "2'>" + Repeated("<a p:b='' q:b=''/>", 1'000) +
+           "</Root>";
+}
+
 QByteArray With_Attributes(int count)
 {
     QByteArray document = "<Root";
@@ -444,14 +452,17 @@ QByteArray Declarations()
 // most, and beyond by the excess.
 QByteArray Of_Cost(const QByteArray& prolog, const QByteArray& part, int cost, int excess)
 {
-    constexpr int MAXIMUM = 110'000'000;
+    constexpr int MAXIMUM = 130'000'000;
     constexpr int PARTS = 1'000;
     constexpr int ELEMENT = 36;
-    constexpr int COMMENT = 20;
+    constexpr int COMMENT = 28;
     constexpr int DECLARATION = 28;
     constexpr int REFERENCE = 35;
     const int own_size = QByteArray("<Root><!----></Root>").size();
-    const int own_cost = own_size + ELEMENT + COMMENT + DECLARATION * prolog.count('<') + REFERENCE * prolog.count('%');
+    const int entities = prolog.contains("<!ENTITY") ? 48'933'542 : 0;
+    const int declaring = 2 * QByteArray(prolog).replace("%p;", "").size();
+    const int own_cost = own_size + entities + declaring + ELEMENT + COMMENT + DECLARATION * prolog.count('<') +
+                         REFERENCE * prolog.count('%');
     const int used = prolog.size() + own_cost + PARTS * cost;
     const int free = MAXIMUM - used + excess;
     const QByteArray filling = QByteArray(free / (REFERENCE + 1), '&') + QByteArray(free % (REFERENCE + 1), ' ');
@@ -542,10 +553,10 @@ INSTANTIATE_TEST_SUITE_P(
         TDocumentCase{"Sections_to_the_limit", [] { return Of_Cost(QByteArray(), "<![CDATA[ ]]>", 63, 0); }, "nothing"},
         TDocumentCase{"Sections_above_the_limit", [] { return Of_Cost(QByteArray(), "<![CDATA[ ]]>", 63, 1); },
                       TOO_MUCH},
-        TDocumentCase{"Comments_to_the_limit", [] { return Of_Cost(QByteArray(), "<!---->", 27, 0); }, "nothing"},
-        TDocumentCase{"Comments_above_the_limit", [] { return Of_Cost(QByteArray(), "<!---->", 27, 1); }, TOO_MUCH},
-        TDocumentCase{"Instructions_to_the_limit", [] { return Of_Cost(QByteArray(), "<?a?>", 25, 0); }, "nothing"},
-        TDocumentCase{"Instructions_above_the_limit", [] { return Of_Cost(QByteArray(), "<?a?>", 25, 1); }, TOO_MUCH},
+        TDocumentCase{"Comments_to_the_limit", [] { return Of_Cost(QByteArray(), "<!---->", 35, 0); }, "nothing"},
+        TDocumentCase{"Comments_above_the_limit", [] { return Of_Cost(QByteArray(), "<!---->", 35, 1); }, TOO_MUCH},
+        TDocumentCase{"Instructions_to_the_limit", [] { return Of_Cost(QByteArray(), "<?a?>", 33, 0); }, "nothing"},
+        TDocumentCase{"Instructions_above_the_limit", [] { return Of_Cost(QByteArray(), "<?a?>", 33, 1); }, TOO_MUCH},
         TDocumentCase{"References_to_the_limit", [] { return Of_Cost(QByteArray(), "<a b='&#9;'/>", 164, 0); },
                       "nothing"},
         TDocumentCase{"References_above_the_limit", [] { return Of_Cost(QByteArray(), "<a b='&#9;'/>", 164, 1); },
@@ -564,10 +575,28 @@ INSTANTIATE_TEST_SUITE_P(
                       [] { return Of_Cost("<!DOCTYPE Root [<!ATTLIST b c ID ''>]>", "<a/>", 41, 0); }, "nothing"},
         TDocumentCase{"Elements_below_declared_attributes_above_the_limit",
                       [] { return Of_Cost("<!DOCTYPE Root [<!ATTLIST b c ID ''>]>", "<a/>", 41, 1); }, TOO_MUCH},
+        TDocumentCase{"Elements_with_attributes_below_declared_ones_to_the_limit",
+                      [] { return Of_Cost("<!DOCTYPE Root [<!ATTLIST b c ID ''>]>", "<a d='' e=''/>", 212, 0); },
+                      "nothing"},
+        TDocumentCase{"Elements_with_attributes_below_declared_ones_above_the_limit",
+                      [] { return Of_Cost("<!DOCTYPE Root [<!ATTLIST b c ID ''>]>", "<a d='' e=''/>", 212, 1); },
+                      TOO_MUCH},
+        TDocumentCase{"Long_namespaces", [] { return With_Long_Namespaces(1'000); }, "nothing"},
+        TDocumentCase{"Too_long_namespaces", [] { return With_Long_Namespaces(1'000'000); },
+                      Starts("too many namespaces or declared attributes")},
+        TDocumentCase{"Percent_signs_without_a_document_type",
+                      [] { return "<Root>" + QByteArray(4'000'000, '%') + "</Root>"; }, "nothing"},
+        TDocumentCase{"Percent_signs_below_a_document_type",
+                      [] { return "<!DOCTYPE Root><Root>" + QByteArray(4'000'000, '%') + "</Root>"; }, TOO_MUCH},
+        TDocumentCase{"References_in_entities",
+                      [] {
+                          return "<!DOCTYPE Root [<!ENTITY e ''>]><Root>" + Repeated("<aa/>", 1'999'999) + "</Root>";
+                      },
+                      TOO_MUCH},
         TDocumentCase{"Texts_with_references_to_the_limit",
-                      [] { return "<Root>" + Repeated("&#65;", 2'700'000) + "</Root>"; }, "nothing"},
+                      [] { return "<Root>" + Repeated("&#65;", 3'200'000) + "</Root>"; }, "nothing"},
         TDocumentCase{"Texts_with_references_above_the_limit",
-                      [] { return "<Root>" + Repeated("&#65;", 2'800'000) + "</Root>"; }, TOO_MUCH},
+                      [] { return "<Root>" + Repeated("&#65;", 3'300'000) + "</Root>"; }, TOO_MUCH},
         TDocumentCase{"Content_model_256_deep", [] { return With_Content_Model(256); }, "nothing"},
         TDocumentCase{"Content_model_257_deep", [] { return With_Content_Model(257); },
                       Starts("declarations nested deeper than 256 levels")},
@@ -1219,10 +1248,10 @@ TEST_F(TXmlFile_Writing_Test, Reports_a_file_that_cannot_be_written)
 TEST_F(TXmlFile_Writing_Test, Writes_a_file_of_too_much_to_be_opened_and_says_so)
 {
     const QString name = d_folder.filePath("%2");
-    d_file.Write_Text_Node(d_root, QString(2'500'000, '&'));
+    d_file.Write_Text_Node(d_root, QString(3'000'000, '&'));
     EXPECT_EQ(Write_File(name), "nothing");
 
-    d_file.Write_Text_Node(d_root, QString(300'000, '<'));
+    d_file.Write_Text_Node(d_root, QString(400'000, '<'));
     EXPECT_EQ(Write_File(name), "content: ERR:  File '" + name +
                                     "' is written but cannot be opened again.  Reason: "
                                     "too many elements, attributes, texts and references");
@@ -1237,7 +1266,7 @@ TEST(Xml_Excess_Test, Is_why_bytes_are_not_parsed)
               "too many elements, attributes, texts and references");
     EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<a/>", 1'999'999) + "</Root>"), "");
     EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<a/>", 2'000'000) + "</Root>"), "more than 2000000 elements");
-    EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<Name>b</Name>", 1'200'000) + "</Root>"),
+    EXPECT_EQ(Xml_Excess("<Root>" + Repeated("<Name>b</Name>", 1'400'000) + "</Root>"),
               "too many elements, attributes, texts and references");
     EXPECT_EQ(Xml_Excess(QByteArray(64 * 1024 * 1024 + 1, 'x')), "larger than 64 MB");
 }

@@ -6,7 +6,28 @@
 #include <QFileInfo>
 
 #include <cstdio>
+#include <exception>
 #include <map>
+
+namespace {
+
+bool Save(TFileKind kind, const QString& name)
+{
+    const TSavedFile file(kind, 2, 20);
+    const QString folder = QFileInfo(name).absolutePath();
+    TCallLog log;
+
+    QFile::exists(folder + "/.begin");
+    Watch_Calls(folder, TFault(), &log);
+    const QString failure = file.Save(name);
+    Watch_No_Calls();
+    QFile::exists(folder + "/.end");
+
+    std::puts(log.Calls().join('\n').toUtf8().constData());
+    return failure.isEmpty();
+}
+
+} // namespace
 
 // saver Budget|CSV|PDF FILE
 // Saves a file and prints the calls below its folder that were watched, so that they can be held against those that
@@ -22,16 +43,10 @@ int main(int argc, char* argv[])
         std::fputs("usage: saver Budget|CSV|PDF FILE\n", stderr);
         return 2;
     }
-    const TSavedFile file(kinds.at(argv[1]), 2, 20);
-    const QString folder = QFileInfo(argv[2]).absolutePath();
-    TCallLog log;
-
-    QFile::exists(folder + "/.begin");
-    Watch_Calls(folder, TFault(), &log);
-    const QString failure = file.Save(argv[2]);
-    Watch_No_Calls();
-    QFile::exists(folder + "/.end");
-
-    std::puts(log.Calls().join('\n').toUtf8().constData());
-    return failure.isEmpty() ? 0 : 1;
+    try {
+        return Save(kinds.at(argv[1]), argv[2]) ? 0 : 1;
+    } catch (const std::exception& exception) {
+        std::fprintf(stderr, "%s\n", exception.what());
+        return 2;
+    }
 }

@@ -871,15 +871,15 @@ TEST_F(TNorvexa_File_Test, Keeps_the_former_file_when_it_cannot_be_written_whole
     EXPECT_EQ(QDir(d_folder.path()).entryList(QDir::Files | QDir::Hidden), QStringList("budget.norvexa"));
 }
 
-// A walk that is not linear would take minutes, more than a test has.
+// A walk that is not linear would take many minutes, more than a test has.
 TEST_F(TNorvexa_File_Test, Saves_and_loads_a_large_budget)
 {
     TBudget budget = Golden_Budget(0.0);
-    budget.components.resize(10'000, Golden_Probe());
+    budget.components.resize(20'000, Golden_Probe());
 
     ASSERT_EQ(Save(budget), "");
     ASSERT_EQ(Load(d_name), "");
-    EXPECT_EQ(d_budget.components.size(), 10'000U);
+    EXPECT_EQ(d_budget.components.size(), 20'000U);
 }
 
 // Null pointers
