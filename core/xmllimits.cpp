@@ -62,7 +62,7 @@ qint64 Pairs(qint64 attributes)
 // Where the elements first have too many attributes for the comparisons; -1 if they never do.
 int Find_Excess_In_Elements(const QString& text)
 {
-    const bool has_entities = text.contains("<!ENTITY");
+    const bool has_entities = text.contains(QLatin1String("<!ENTITY"));
     const auto next_markup = has_entities ? Xml_Next_Rough_Markup : Xml_Next_Markup;
 
     // Nearly all files have so few that even one element with all of them would not have too many.
@@ -114,15 +114,16 @@ int Reference_Count(const QString& text)
 // How far one reference may expand so that all of them together stay within the limit.
 int Expansion_Share(const QString& text, int limit)
 {
-    return text.contains("<!ENTITY") ? limit / qMax(1, Reference_Count(text)) : limit;
+    return text.contains(QLatin1String("<!ENTITY")) ? limit / qMax(1, Reference_Count(text)) : limit;
 }
 
 // Signs of references in comments and sections, and percent signs in texts below a document type, are counted too.
 qint64 Cost_Of_Text(const QString& text)
 {
-    const qint64 references = text.count('&') + (text.contains("<!DOCTYPE") ? text.count('%') : 0);
+    const qint64 references = text.count('&') + (text.contains(QLatin1String("<!DOCTYPE")) ? text.count('%') : 0);
 
-    return text.size() + COST_OF_REFERENCE * references + (text.contains("<!ENTITY") ? COST_OF_ENTITIES : 0);
+    return text.size() + COST_OF_REFERENCE * references +
+           (text.contains(QLatin1String("<!ENTITY")) ? COST_OF_ENTITIES : 0);
 }
 
 qint64 Weight(const QXmlStreamNamespaceDeclarations& declarations)

@@ -132,7 +132,8 @@ QT_WARNING_POP
 bool Has_Namespaces(const QString& text)
 {
     // The entities of a document type may hide that a namespace is declared.
-    return text.contains("xmlns") || text.contains("xml:") || text.contains("<!DOCTYPE");
+    return text.contains(QLatin1String("xmlns")) || text.contains(QLatin1String("xml:")) ||
+           text.contains(QLatin1String("<!DOCTYPE"));
 }
 
 bool Build_Document(const QString& text, bool namespace_processing, QDomDocument* document, TXmlFault* fault)
@@ -153,7 +154,8 @@ bool Parser_Fault(const QString& checked, bool is_whole, bool namespace_processi
     QDomDocument discarded;
 
     // A document type whose end the check has not seen may hold anything.
-    if (checked.contains("<!DOCTYPE") || Build_Document(checked, namespace_processing, &discarded, fault)) {
+    if (checked.contains(QLatin1String("<!DOCTYPE")) ||
+        Build_Document(checked, namespace_processing, &discarded, fault)) {
         return false;
     }
     const TPosition end = Position_At(checked, checked.size());
