@@ -8,16 +8,14 @@ QDomElement TXmlChildren::Find(const QString& name)
     if (found != d_passed.constEnd()) {
         return *found;
     }
-    while (!d_next.isNull()) {
-        const QDomElement child = d_next;
-        const QString child_name = child.tagName();
+    for (; !d_next.isNull(); d_next = d_next.nextSiblingElement()) {
+        const QString next_name = d_next.tagName();
 
-        d_next = child.nextSiblingElement();
-        if (!d_passed.contains(child_name)) {
-            d_passed.insert(child_name, child);
+        if (!d_passed.contains(next_name)) {
+            d_passed.insert(next_name, d_next);
         }
-        if (child_name == name) {
-            return child;
+        if (next_name == name) {
+            return d_next;
         }
     }
     return {};

@@ -15,6 +15,6 @@ public:
     QDomElement Find(const QString& name);
 
 private:
-    QDomElement d_next;                   ///< the first that was not passed
+    QDomElement d_next;                   ///< the first that may not have been passed
     QHash<QString, QDomElement> d_passed; ///< of each name the first
 };

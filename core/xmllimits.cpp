@@ -54,6 +54,11 @@ int Declared_Attributes(const QStringRef& text)
     return size / DECLARED_ATTRIBUTE_SIZE;
 }
 
+bool Has_Entities(const QString& text)
+{
+    return Xml_Has_Document_Type(text) && text.contains(QLatin1String("<!ENTITY"));
+}
+
 qint64 Pairs(qint64 attributes)
 {
     return attributes > USUAL_ATTRIBUTES ? attributes * attributes : 0;
@@ -62,7 +67,7 @@ qint64 Pairs(qint64 attributes)
 // Where the elements first have too many attributes for the comparisons; -1 if they never do.
 int Find_Excess_In_Elements(const QString& text)
 {
-    const bool has_entities = text.contains(QLatin1String("<!ENTITY"));
+    const bool has_entities = Has_Entities(text);
     const auto next_markup = has_entities ? Xml_Next_Rough_Markup : Xml_Next_Markup;
 
     // Nearly all files have so few that even one element with all of them would not have too many.
@@ -114,16 +119,15 @@ int Reference_Count(const QString& text)
 // How far one reference may expand so that all of them together stay within the limit.
 int Expansion_Share(const QString& text, int limit)
 {
-    return text.contains(QLatin1String("<!ENTITY")) ? limit / qMax(1, Reference_Count(text)) : limit;
+    return Has_Entities(text) ? limit / qMax(1, Reference_Count(text)) : limit;
 }
 
 // Signs of references in comments and sections, and percent signs in texts below a document type, are counted too.
 qint64 Cost_Of_Text(const QString& text)
 {
-    const qint64 references = text.count('&') + (text.contains(QLatin1String("<!DOCTYPE")) ? text.count('%') : 0);
+    const qint64 references = text.count('&') + (Xml_Has_Document_Type(text) ? text.count('%') : 0);
 
-    return text.size() + COST_OF_REFERENCE * references +
-           (text.contains(QLatin1String("<!ENTITY")) ? COST_OF_ENTITIES : 0);
+    return text.size() + COST_OF_REFERENCE * references + (Has_Entities(text) ? COST_OF_ENTITIES : 0);
 }
 
 qint64 Weight(const QXmlStreamNamespaceDeclarations& declarations)
@@ -142,6 +146,7 @@ qint64 Cost_Of_Element(qint64 passed, qint64 namespaces, qint64 attributes)
 
 void Count_Document_Type(const QXmlStreamReader& reader, TXmlCounts* counts)
 {
+    counts->is_plain = false;
     counts->entities = reader.entityDeclarations().size();
     counts->nesting = Nesting(reader.text());
     counts->declared_attributes = Declared_Attributes(reader.text());
@@ -163,8 +168,10 @@ void Count_Start(const QXmlStreamReader& reader, TXmlCounts* counts)
     counts->attribute_pairs += Pairs(attributes.size());
     counts->pairs += namespaces > USUAL_NAMESPACES ? namespaces * namespaces : 0;
     counts->pairs += counts->declared_attributes > USUAL_ATTRIBUTES ? counts->declared_attributes : 0;
+    counts->is_plain = counts->is_plain && namespaces == 0 && reader.prefix().isEmpty();
     for (const QXmlStreamAttribute& attribute : attributes) {
         counts->expansion += attribute.value().size();
+        counts->is_plain = counts->is_plain && attribute.prefix().isEmpty();
     }
 }
 
@@ -225,7 +232,9 @@ const TLimit* Excess(const TXmlCounts& counts)
 
 int Xml_Find_Excess_Of_Attributes(const QString& text)
 {
-    return Declared_Attributes(QStringRef(&text)) > MAXIMUM_DECLARED_ATTRIBUTES ? 0 : Find_Excess_In_Elements(text);
+    const int declared = Xml_Has_Document_Type(text) ? Declared_Attributes(QStringRef(&text)) : 0;
+
+    return declared > MAXIMUM_DECLARED_ATTRIBUTES ? 0 : Find_Excess_In_Elements(text);
 }
 
 bool Xml_Is_Surely_Small(const QByteArray& bytes)
@@ -263,4 +272,9 @@ QString TXmlLimits::Count(const QXmlStreamReader& reader)
     const TLimit* const limit = Excess(d_counts);
 
     return limit ? QString(limit->reason).replace("%1", QString::number(limit->maximum)) : QString();
+}
+
+bool TXmlLimits::Is_Plain() const
+{
+    return d_counts.is_plain;
 }

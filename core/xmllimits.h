@@ -27,6 +27,7 @@ struct TXmlCounts
     qint64 pairs = 0;
     qint64 expansion = 0; ///< beyond the document's own length
     qint64 cost = 0;
+    bool is_plain = true; ///< neither namespaces nor a document type
 };
 
 /// What keeps any document quick to read and small in memory. Counts one token of a stream reader after the other.
@@ -40,6 +41,9 @@ public:
 
     /// Counts the token at which `reader` is. Returns what there is too much of by now; empty if nothing.
     QString Count(const QXmlStreamReader& reader);
+
+    /// Whether what was counted has neither namespaces nor a document type.
+    bool Is_Plain() const;
 
 private:
     int d_declaration_share; ///< characters to which one reference may expand inside the document type

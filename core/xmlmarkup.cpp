@@ -77,3 +77,12 @@ TXmlMarkup Xml_Next_Section(const QString& text, int from)
     }
     return markup;
 }
+
+bool Xml_Has_Document_Type(const QString& text)
+{
+    TXmlMarkup markup = Xml_Next_Markup(text, 0);
+    while (markup.is_section) {
+        markup = Xml_Next_Markup(text, markup.end);
+    }
+    return text.midRef(markup.start).startsWith(QLatin1String("<!DOCTYPE"));
+}

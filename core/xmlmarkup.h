@@ -20,3 +20,6 @@ TXmlMarkup Xml_Next_Rough_Markup(const QString& text, int from);
 
 /// The first section at or behind `from`.
 TXmlMarkup Xml_Next_Section(const QString& text, int from);
+
+/// Whether `text` has a document type, which stands in front of the elements.
+bool Xml_Has_Document_Type(const QString& text);

@@ -13,6 +13,13 @@
 
 namespace {
 
+// A document that was decoded and checked.
+struct TXmlText
+{
+    QString characters;
+    bool is_plain = false; // neither namespaces nor a document type
+};
+
 struct TPosition
 {
     int line;
@@ -99,8 +106,8 @@ const char NAMESPACES[] = "http://xml.org/sax/features/namespaces";
 QT_WARNING_PUSH
 QT_WARNING_DISABLE_DEPRECATED
 
-// Qt's parser takes up to half of its time to look for namespaces. This one does not, for documents that have none, but
-// says that it does: then the document is built as if it had, its nodes with local names.
+// Qt's parser takes up to half of its time to look for namespaces. This one does not, for plain documents, but says
+// that it does: then the document is built as if it had, its nodes with local names.
 class TPlainReader : public QXmlSimpleReader
 {
 public:
@@ -129,22 +136,15 @@ bool Build_Plain_Document(const QString& text, QDomDocument* document, TXmlFault
 
 QT_WARNING_POP
 
-bool Has_Namespaces(const QString& text)
-{
-    // The entities of a document type may hide that a namespace is declared.
-    return text.contains(QLatin1String("xmlns")) || text.contains(QLatin1String("xml:")) ||
-           text.contains(QLatin1String("<!DOCTYPE"));
-}
-
-bool Build_Document(const QString& text, bool namespace_processing, QDomDocument* document, TXmlFault* fault)
+bool Build_Document(const TXmlText& text, bool namespace_processing, QDomDocument* document, TXmlFault* fault)
 {
     // Under the other policies the parser crashes on characters beyond U+FFFF.
     const TXmlPolicy policy(QDomImplementation::AcceptInvalidChars);
 
-    if (namespace_processing && !Has_Namespaces(text)) {
-        return Build_Plain_Document(text, document, fault);
+    if (namespace_processing && text.is_plain) {
+        return Build_Plain_Document(text.characters, document, fault);
     }
-    return document->setContent(text, namespace_processing, &fault->reason, &fault->line, &fault->column);
+    return document->setContent(text.characters, namespace_processing, &fault->reason, &fault->line, &fault->column);
 }
 
 // The document parser's own words for what the check found at the end of `checked`, where it stumbles over the same
@@ -155,7 +155,7 @@ bool Parser_Fault(const QString& checked, bool is_whole, bool namespace_processi
 
     // A document type whose end the check has not seen may hold anything.
     if (checked.contains(QLatin1String("<!DOCTYPE")) ||
-        Build_Document(checked, namespace_processing, &discarded, fault)) {
+        Build_Document({checked, false}, namespace_processing, &discarded, fault)) {
         return false;
     }
     const TPosition end = Position_At(checked, checked.size());
@@ -225,10 +225,10 @@ QString Beginning(const QString& text, int size)
 
 // The streaming pass: one token after the other, nothing kept but counts. Returns how much of the text it read until it
 // was no longer well-formed; -1 if it is, or if there is too much of something.
-int Stream(const QString& text, bool namespace_processing, TXmlFault* fault)
+int Stream(bool namespace_processing, TXmlText* text, TXmlFault* fault)
 {
-    QXmlStreamReader reader(text);
-    TXmlLimits limits(text);
+    QXmlStreamReader reader(text->characters);
+    TXmlLimits limits(text->characters);
 
     *fault = {};
     reader.setNamespaceProcessing(namespace_processing);
@@ -241,34 +241,37 @@ int Stream(const QString& text, bool namespace_processing, TXmlFault* fault)
             return -1;
         }
     }
+    text->is_plain = limits.Is_Plain();
     if (!reader.hasError()) {
         return -1;
     }
-    const int checked = qMin(static_cast<int>(reader.characterOffset()), text.size());
-    *fault = Fault_At(Readable_Reason(reader, Beginning(text, checked)), reader);
+    const int checked = qMin(static_cast<int>(reader.characterOffset()), text->characters.size());
+    *fault = Fault_At(Readable_Reason(reader, Beginning(text->characters, checked)), reader);
     return checked;
 }
 
-bool Check(const QString& text, bool namespace_processing, TXmlFault* fault)
+bool Check(bool namespace_processing, TXmlText* text, TXmlFault* fault)
 {
     // The reader's memory is given back before a document is built.
-    const int size = Stream(text, namespace_processing, fault);
+    const int size = Stream(namespace_processing, text, fault);
+    const bool is_whole = size == text->characters.size();
     TXmlFault parser_fault;
 
-    if (size >= 0 && Parser_Fault(Beginning(text, size), size == text.size(), namespace_processing, &parser_fault)) {
+    if (size >= 0 && Parser_Fault(Beginning(text->characters, size), is_whole, namespace_processing, &parser_fault)) {
         *fault = parser_fault;
     }
     return fault->reason.isEmpty();
 }
 
 // All that a document is checked for before it is built.
-bool Decode_And_Check(const QByteArray& bytes, bool namespace_processing, QString* text, TXmlFault* fault)
+bool Decode_And_Check(const QByteArray& bytes, bool namespace_processing, TXmlText* text, TXmlFault* fault)
 {
     if (bytes.size() > XML_MAXIMUM_SIZE) {
         *fault = Xml_Size_Fault();
         return false;
     }
-    return Decode(bytes, text, fault) && Has_Few_Attributes(*text, fault) && Check(*text, namespace_processing, fault);
+    return Decode(bytes, &text->characters, fault) && Has_Few_Attributes(text->characters, fault) &&
+           Check(namespace_processing, text, fault);
 }
 
 } // namespace
@@ -280,7 +283,7 @@ TXmlFault Xml_Size_Fault()
 
 QString Xml_Excess(const QByteArray& bytes)
 {
-    QString text;
+    TXmlText text;
     TXmlFault fault;
 
     if (bytes.size() <= XML_MAXIMUM_SIZE && Xml_Is_Surely_Small(bytes)) {
@@ -291,7 +294,11 @@ QString Xml_Excess(const QByteArray& bytes)
 
 bool Xml_Parse(const QByteArray& bytes, bool namespace_processing, QDomDocument* document, TXmlFault* fault)
 {
-    QString text;
-    return Decode_And_Check(bytes, namespace_processing, &text, fault) &&
-           Build_Document(With_High_Characters(text), namespace_processing, document, fault);
+    TXmlText text;
+
+    if (!Decode_And_Check(bytes, namespace_processing, &text, fault)) {
+        return false;
+    }
+    text.characters = With_High_Characters(text.characters);
+    return Build_Document(text, namespace_processing, document, fault);
 }

@@ -596,6 +596,16 @@ INSTANTIATE_TEST_SUITE_P(
             "References_in_entities",
             [] { return "<!DOCTYPE Root [<!ENTITY e ''>]><Root>" + Repeated("<aa/>", 1'999'999) + "</Root>"; },
             TOO_MUCH},
+        TDocumentCase{"References_in_entities_behind_a_comment_and_an_instruction",
+                      [] {
+                          return "<!--<a--><?b <!--?>\n<!DOCTYPE Root [<!ENTITY e ''>]><Root>" +
+                                 Repeated("<aa/>", 1'999'999) + "</Root>";
+                      },
+                      TOO_MUCH},
+        TDocumentCase{
+            "Document_type_in_a_comment",
+            [] { return "<!--<!DOCTYPE Root [<!ENTITY e ''>]>--><Root>" + Repeated("<aa/>", 1'999'999) + "</Root>"; },
+            "nothing"},
         TDocumentCase{"Texts_with_references_to_the_limit",
                       [] { return "<Root>" + Repeated("&#65;", 3'200'000) + "</Root>"; }, "nothing"},
         TDocumentCase{"Texts_with_references_above_the_limit",
@@ -610,6 +620,9 @@ INSTANTIATE_TEST_SUITE_P(
                       Starts("Premature end of document.")},
         TDocumentCase{"Declared_attributes", [] { return With_Declared_Attributes(1'000, 1'000); }, "nothing"},
         TDocumentCase{"Too_many_declared_attributes", [] { return With_Declared_Attributes(100'000, 1); },
+                      Parse_Error("too many attributes", 1, 1)},
+        TDocumentCase{"Too_many_declared_attributes_behind_a_comment",
+                      [] { return "<!-- -->" + With_Declared_Attributes(100'000, 1); },
                       Parse_Error("too many attributes", 1, 1)},
         TDocumentCase{"Declared_attributes_of_too_many_elements",
                       [] { return With_Declared_Attributes(3'000, 1'000'000); },
@@ -761,12 +774,17 @@ QStringList Nodes(const QDomNode& node)
 TEST(Xml_Parse_Test, Builds_the_document_that_the_parser_of_Qt_builds)
 {
     for (const bool namespace_processing : {true, false}) {
-        for (const char* text : {"<?xml version='1.0'?>\n<Root a='b &amp; c'>\n  <A/> <B>&lt;\td</B></Root>",
-                                 "<Root><!--e--><?f g?><![CDATA[ <h> ]]></Root>",
-                                 "<Root xmlns='u' xmlns:p='v' a='b' p:c='d'><p:A p:b='c'/><B/></Root>",
-                                 "<Root xml:space='preserve'> </Root>",
-                                 "<!DOCTYPE Root [<!ENTITY e \"<a &#120;mlns='u'/>\">]><Root>&e;</Root>",
-                                 "<!DOCTYPE Root [<!ATTLIST Root b CDATA 'c'>]><Root/>"}) {
+        for (const char* text :
+             {"<?xml version='1.0'?>\n<Root a='b &amp; c'>\n  <A/> <B>&lt;\td</B></Root>",
+              "<Root><!--e--><?f g?><![CDATA[ <h> ]]></Root>",
+              "<Root xmlns='u' xmlns:p='v' a='b' p:c='d'><p:A p:b='c'/><B/></Root>",
+              "<Root><A><B xmlns='u'/></A><C/></Root>", "<Root xml:space='preserve'> </Root>",
+              "<Root><A/><xml:B/></Root>", "<Root><!-- xmlns='u' --><A b='xml:c'>xmlns</A></Root>",
+              "<!--<!DOCTYPE Root>--><Root/>", "<!DOCTYPE Root [<!ENTITY e \"<a &#120;mlns='u'/>\">]><Root>&e;</Root>",
+              "<!DOCTYPE Root [<!ENTITY e '<a>b</a>'>]><Root c='&lt;'>d &e; <!--f--></Root>",
+              "<!DOCTYPE Root [<!ENTITY % p ''>%p;]><Root>&e;<A b='&e;'/>&e;</Root>",
+              "<!DOCTYPE Root [<!ATTLIST Root b CDATA 'c'>]><Root/>",
+              "<!DOCTYPE Root [<!ATTLIST Root xmlns CDATA 'u'>]><Root/>"}) {
             QDomDocument document;
             QDomDocument expected;
             TXmlFault fault;
