@@ -80,9 +80,9 @@ TXmlMarkup Xml_Next_Section(const QString& text, int from)
 
 bool Xml_Has_Document_Type(const QString& text)
 {
-    TXmlMarkup markup = Xml_Next_Markup(text, 0);
-    while (markup.is_section) {
-        markup = Xml_Next_Markup(text, markup.end);
+    int start = Find(text, '<', 0);
+    for (int end = Section_End(text, start); end > start; end = Section_End(text, start)) {
+        start = Find(text, '<', end);
     }
-    return text.midRef(markup.start).startsWith(QLatin1String("<!DOCTYPE"));
+    return text.midRef(start).startsWith(QLatin1String("<!DOCTYPE"));
 }

@@ -398,6 +398,13 @@ QByteArray With_Declared_Attributes(int count, int elements)
     return document + ">]><Root>" + Repeated("<a/>", elements) + "</Root>";
 }
 
+QByteArray With_Declarations_Of_Size(int size)
+{
+    const QByteArray begin = "<!ATTLIST a b CDATA ''";
+    const QByteArray end = ">]>";
+    return "<!DOCTYPE Root [" + begin + QByteArray(size - begin.size() - end.size(), ' ') + end + "<Root/>";
+}
+
 // Attributes that are declared where only the expanded text shows it.
 QByteArray With_Hidden_Attributes(int references)
 {
@@ -496,23 +503,22 @@ TEST_P(TXmlFile_Cost_Test, Is_read_up_to_the_limit_and_refused_above)
     EXPECT_EQ(thrown.left(TOO_MUCH.size() - 1) + "*", TOO_MUCH);
 }
 
-INSTANTIATE_TEST_SUITE_P(Parts, TXmlFile_Cost_Test,
-                         testing::Values(TCostCase{"Elements", QByteArray(), "<a/>", 40},
-                                         TCostCase{"Attributes", QByteArray(), "<a b=''/>", 125},
-                                         TCostCase{"Texts", QByteArray(), "<a>b</a>", 94},
-                                         TCostCase{"Blanks", QByteArray(), " \n\t<a/>", 43},
-                                         TCostCase{"Sections", QByteArray(), "<![CDATA[ ]]>", 63},
-                                         TCostCase{"Comments", QByteArray(), "<!---->", 35},
-                                         TCostCase{"Instructions", QByteArray(), "<?a?>", 33},
-                                         TCostCase{"References", QByteArray(), "<a b='&#9;'/>", 164},
-                                         TCostCase{"Nested_elements", QByteArray(), "<a><b><c/></b></a>", 127},
-                                         TCostCase{"Namespaces", QByteArray(), "<a xmlns:p='u'><p:b/></a>", 139},
-                                         TCostCase{"Declarations", Declarations(), "<a/>", 40},
-                                         TCostCase{"Elements_below_declared_attributes",
-                                                   "<!DOCTYPE Root [<!ATTLIST b c ID ''>]>", "<a/>", 41},
-                                         TCostCase{"Elements_with_attributes_below_declared_ones",
-                                                   "<!DOCTYPE Root [<!ATTLIST b c ID ''>]>", "<a d='' e=''/>", 212}),
-                         [](const auto& test) { return std::string(test.param.name); });
+INSTANTIATE_TEST_SUITE_P(
+    Parts, TXmlFile_Cost_Test,
+    testing::Values(
+        TCostCase{"Elements", QByteArray(), "<a/>", 40}, TCostCase{"Attributes", QByteArray(), "<a b=''/>", 125},
+        TCostCase{"Texts", QByteArray(), "<a>b</a>", 94}, TCostCase{"Blanks", QByteArray(), " \n\t<a/>", 43},
+        TCostCase{"Sections", QByteArray(), "<![CDATA[ ]]>", 63}, TCostCase{"Comments", QByteArray(), "<!---->", 35},
+        TCostCase{"Instructions", QByteArray(), "<?a?>", 33},
+        TCostCase{"References", QByteArray(), "<a b='&#9;'/>", 164},
+        TCostCase{"Nested_elements", QByteArray(), "<a><b><c/></b></a>", 127},
+        TCostCase{"Namespaces", QByteArray(), "<a xmlns:p='u'><p:b/></a>", 139},
+        TCostCase{"Declarations", Declarations(), "<a/>", 40},
+        TCostCase{"Elements_below_declared_attributes", "<!DOCTYPE Root [<!ATTLIST b c ID ''>]>", "<a/>", 41},
+        TCostCase{"Elements_with_attributes_below_declared_ones", "<!DOCTYPE Root [<!ATTLIST b c ID ''>]>",
+                  "<a d='' e=''/>", 212},
+        TCostCase{"Elements_with_an_attribute_by_default", "<!DOCTYPE Root [<!ATTLIST a b ID 'c'>]>", "<a/>", 121}),
+    [](const auto& test) { return std::string(test.param.name); });
 
 INSTANTIATE_TEST_SUITE_P(
     Documents, TXmlFile_Untrusted_Test,
@@ -620,6 +626,10 @@ INSTANTIATE_TEST_SUITE_P(
                       Starts("Premature end of document.")},
         TDocumentCase{"Declared_attributes", [] { return With_Declared_Attributes(1'000, 1'000); }, "nothing"},
         TDocumentCase{"Too_many_declared_attributes", [] { return With_Declared_Attributes(100'000, 1); },
+                      Parse_Error("too many attributes", 1, 1)},
+        TDocumentCase{"Room_for_10000_declared_attributes", [] { return With_Declarations_Of_Size(80'007); },
+                      "nothing"},
+        TDocumentCase{"Room_for_10001_declared_attributes", [] { return With_Declarations_Of_Size(80'008); },
                       Parse_Error("too many attributes", 1, 1)},
         TDocumentCase{"Too_many_declared_attributes_behind_a_comment",
                       [] { return "<!-- -->" + With_Declared_Attributes(100'000, 1); },
