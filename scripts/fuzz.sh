@@ -19,18 +19,29 @@ export ASAN_OPTIONS=allocator_may_return_null=1
 export UBSAN_OPTIONS=print_stacktrace=1
 build=build/fuzz
 mkdir -p "$build/failures"
-for program in "${programs[@]}"; do
-    corpus=fuzz/corpus/$program
-    found=$build/found/$program
-    options=(-timeout=10 -rss_limit_mb=2048 -artifact_prefix="$build/failures/$program-" -print_final_stats=1
-             -verbosity=0)
 
-    echo "$program: $(find "$corpus" -type f | wc -l) inputs of the corpus"
+Fuzz() {
+    local program=$1 corpus=fuzz/corpus/$1 found=$build/found/$1
+    local options=(-timeout=10 -rss_limit_mb=2048 -artifact_prefix="$build/failures/$program-" -print_final_stats=1
+                   -verbosity=0)
+
+    echo "$(find "$corpus" -type f | wc -l) inputs of the corpus"
     "$build/fuzz/$program" "${options[@]}" -runs=0 "$corpus"
 
     # What is found is kept for the next run, beside the corpus and not in it.
     mkdir -p "$found"
-    echo "$program: $seconds seconds"
+    echo "$seconds seconds"
     "$build/fuzz/$program" "${options[@]}" -max_total_time="$seconds" -max_len="${longest[$program]}" \
         -dict="fuzz/${program#fuzz_}.dict" "$found" "$corpus"
+}
+
+# Each of them keeps one core busy.
+runs=()
+for program in "${programs[@]}"; do
+    (Fuzz "$program" 2>&1 | sed --unbuffered "s/^/$program: /") &
+    runs+=($!)
 done
+for run in "${runs[@]}"; do
+    wait "$run" || failure=1
+done
+exit "${failure:-0}"
