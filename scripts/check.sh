@@ -35,18 +35,22 @@ As_One_Source() {
 
 # Where the names of one file stand in the way of those of another, they are given in two halves.
 Check_Together() {
-    local source
+    local source complaints
     if [ $# -eq 1 ]; then
         clang-tidy --quiet "$1" -- $flags
         return
     fi
     source=$(mktemp --tmpdir="$sources" --suffix=.cpp)
     As_One_Source "$@" > "$source"
-    if clang++ -fsyntax-only $flags "$source" 2>/dev/null; then
-        clang-tidy --quiet --checks=-bugprone-suspicious-include "$source" -- $flags
-    else
+    if complaints=$(clang-tidy --quiet --checks=-bugprone-suspicious-include "$source" -- $flags 2>&1); then
+        return
+    fi
+    if [[ $complaints == *clang-diagnostic-error* ]]; then
         Check_Together "${@:1:$# / 2}"
         Check_Together "${@:$# / 2 + 1}"
+    else
+        echo "$complaints"
+        return 1
     fi
 }
 export -f As_One_Source Check_Together
@@ -61,6 +65,9 @@ sources=$data/sources
 mkdir "$sources"
 cp .clang-tidy "$sources"
 export flags sources
-# Neighbours, which are the likeliest to have names in common, go different ways, the same ones each time.
-git ls-files '*.cpp' | shuf --random-source=<(yes) |
-    xargs --max-procs="$(nproc)" --max-args=12 bash -c 'set -euo pipefail; Check_Together "$@"' _
+# Programs, which each have a main function, and neighbours, which are the likeliest to have names in common, go different
+# ways.
+entry='^(int main|extern "C" int LLVM)'
+{ git grep -lE "$entry" -- '*.cpp'; git grep -LE "$entry" -- '*.cpp'; } |
+    awk -v groups=20 '{ group[NR % groups] = group[NR % groups] " " $0 } END { for (i in group) print group[i] }' |
+    xargs --max-procs="$(nproc)" --max-lines=1 bash -c 'set -euo pipefail; Check_Together "$@"' _
