@@ -50,6 +50,8 @@ QWidget* TEntryDelegate::createEditor(QWidget* parent, const QStyleOptionViewIte
 
     QWidget* editor = QStyledItemDelegate::createEditor(parent, option, index);
     editor->setAccessibleName(tr("New name of %1").arg(d_edited_name));
+    // File managers offer a file's name as text too, which would become part of the name instead of being loaded.
+    editor->setAcceptDrops(false);
     Describe(
         editor, tr("Return takes the new name, Escape keeps the old one"),
         tr("The new name of the entry. Return takes it, Escape keeps the old one. A name that is empty or already in "

@@ -46,7 +46,8 @@ public:
 
     /// The value of `text` with every variable replaced by its value: names match whole words in any case, and the
     /// characters of regular expressions in a name act as such. Such a name is never met where its search would take
-    /// too long: of more than 2000 characters, repetitions written out, or with unlimited repetitions in a long text.
+    /// too long: of more than 2000 characters, repetitions written out, with more than 4 look-aheads or 32 anchors, or
+    /// with unlimited repetitions in a long text.
     /// A text that such names make longer than 4 million characters is invalid. `ok` may be null.
     double Evaluate(const QString& text, bool* ok) const;
 

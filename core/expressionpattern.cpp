@@ -7,6 +7,7 @@
 #include <QRegularExpression>
 
 #include <algorithm>
+#include <cmath>
 #include <functional>
 #include <limits>
 
@@ -17,6 +18,8 @@ constexpr double LARGEST_PATTERN = 2000.0;
 // In steps of the pattern: about a second.
 constexpr double LONGEST_SEARCH = 4e8;
 constexpr double STEPS_OF_ONE_WAY = 4.0;
+constexpr int MOST_LOOK_AHEADS = 4;
+constexpr int MOST_ANCHORS = 32;
 constexpr int LARGEST_GROWN_TEXT = 4'000'000;
 
 /// Whether `name` matches nothing but itself when it stands in a regular expression.
@@ -76,12 +79,28 @@ double Search_Steps(const QString& pattern, double size, const QString& text)
     return (pattern.contains(alternatives) ? size : STEPS_OF_ONE_WAY) * Reach(pattern, size, text) * text.size();
 }
 
-/// QRegExp nests as deeply as its pattern and writes repetitions out: a huge one would exhaust stack or memory.
+/// How many of the pattern's signs look at what stands beside them and match nothing themselves.
+int Count_Of(const QRegularExpression& sign, const QString& pattern)
+{
+    int count = 0;
+    for (QRegularExpressionMatchIterator found = sign.globalMatch(pattern); found.hasNext(); found.next()) {
+        ++count;
+    }
+    return count;
+}
+
+/// QRegExp nests as deeply as its pattern and writes repetitions out: a huge one would exhaust stack or memory. So
+/// would what matches nothing itself: with each further sign QRegExp takes twice the time and memory. What looks ahead
+/// is searched for on its own at each step.
 bool Is_Excessive(const QString& pattern, const QString& text)
 {
+    static const QRegularExpression look_ahead(QStringLiteral(R"(\(\?[=!])"));
+    static const QRegularExpression anchor(QStringLiteral(R"([$^]|\\[bB])"));
     const double size = Written_Out_Size(pattern);
+    const int look_aheads = Count_Of(look_ahead, pattern);
 
-    return size > LARGEST_PATTERN || Search_Steps(pattern, size, text) > LONGEST_SEARCH;
+    return size > LARGEST_PATTERN || look_aheads > MOST_LOOK_AHEADS || Count_Of(anchor, pattern) > MOST_ANCHORS ||
+           Search_Steps(pattern, size, text) * std::pow(Reach(pattern, size, text), look_aheads) > LONGEST_SEARCH;
 }
 
 /// The value in fixed notation, since the scan knows no exponents. A sign is read in front of an expression only; the

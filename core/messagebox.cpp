@@ -7,6 +7,7 @@
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLayout>
+#include <QScopedValueRollback>
 #include <QTextDocument>
 #include <QTextOption>
 
@@ -72,6 +73,12 @@ void TMessageBox::Send_Key(int key)
 
 int TMessageBox::exec()
 {
+    // Qt would return at once, without an answer: a session that ends closes the window behind an open question, and
+    // a screen reader presses a button behind it.
+    if (d_is_running) {
+        return No;
+    }
+    const QScopedValueRollback<bool> running(d_is_running, true);
     return QDialog::exec();
 }
 

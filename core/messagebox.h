@@ -21,7 +21,7 @@ public:
     void Send_Key(int key);
 
 public slots:
-    /// Runs the box modally and returns the standard button that closed it.
+    /// Runs the box modally and returns the standard button that closed it; No if it is running already.
     int exec() override;
 
 protected:
@@ -35,4 +35,5 @@ private:
     void Spread_Palette();
 
     int d_width = 500; // pixels
+    bool d_is_running = false;
 };

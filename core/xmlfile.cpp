@@ -6,6 +6,11 @@
 #include <QDomImplementation>
 #include <QFile>
 #include <QFileInfo>
+#include <QTextCodec>
+
+#include <algorithm>
+#include <cstddef>
+#include <utility>
 
 namespace {
 
@@ -33,6 +38,24 @@ const char DATA_PARSE_MESSAGE[] = "ERR:  Reference data XML parse error at line 
     Throw_Access(QString("ERR:  Cannot open file: '%1'.  Reason: %2").arg(name, reason));
 }
 
+/// Reads as in text mode, whatever the encoding: Qt's own drops bytes, which in UTF-16 are halves of other characters.
+QByteArray Without_Carriage_Returns(QByteArray bytes)
+{
+    if (!bytes.contains('\r')) {
+        return bytes;
+    }
+    const QTextCodec* codec = QTextCodec::codecForUtfText(bytes, QTextCodec::codecForName("UTF-8"));
+    const QByteArray unit = QTextEncoder(codec, QTextCodec::IgnoreHeader).fromUnicode(QString('\r'));
+    char* kept_end = bytes.data();
+    for (const char* piece = bytes.cbegin(); piece != bytes.cend();) {
+        const char* next = piece + std::min<std::ptrdiff_t>(unit.size(), bytes.cend() - piece);
+        kept_end = std::equal(piece, next, unit.cbegin(), unit.cend()) ? kept_end : std::copy(piece, next, kept_end);
+        piece = next;
+    }
+    bytes.truncate(static_cast<int>(kept_end - bytes.cbegin()));
+    return bytes;
+}
+
 QByteArray File_Bytes(const QString& name)
 {
     const QFileInfo info(name);
@@ -45,17 +68,17 @@ QByteArray File_Bytes(const QString& name)
         Throw_Cannot_Open(name, "not a regular file");
     }
     QFile file(name);
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
+    if (!file.open(QIODevice::ReadOnly)) {
         Throw_Cannot_Open(name, file.errorString());
     }
     if (file.size() > XML_MAXIMUM_SIZE) {
         Throw_Fault(FILE_PARSE_MESSAGE, Xml_Size_Fault());
     }
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes = file.readAll();
     if (file.error() != QFileDevice::NoError) {
         Throw_Cannot_Open(name, file.errorString());
     }
-    return bytes;
+    return Without_Carriage_Returns(std::move(bytes));
 }
 
 void Require_Node(const QDomNode& node, const char* message)

@@ -26,6 +26,11 @@ constexpr int INDENTATION = 4;
     Throw_Content(QString("ERR:  Cannot write node '%1' with data '%2'").arg(name, data));
 }
 
+[[noreturn]] void Throw_Unwritten(const QString& file_name, const QString& reason)
+{
+    Throw_Content(QString("ERR:  Cannot write file '%1'.  Reason: %2").arg(file_name, reason));
+}
+
 bool Is_Legal_Name(const QString& name)
 {
     const TXmlPolicy policy(QDomImplementation::ReturnNullNode);
@@ -160,14 +165,12 @@ void TXmlFile::Write_File(bool compact)
                                 TXmlFileException::File_Access);
     }
     const QByteArray bytes = Document_Bytes(compact);
-    if (Write_Whole_File(d_file_name, bytes, &reason) != TFileWrite::Done) {
-        Throw_Content(QString("ERR:  Cannot write file '%1'.  Reason: %2").arg(d_file_name, reason));
+    const QString excess = Xml_Excess(bytes);
+    if (!excess.isEmpty()) {
+        Throw_Unwritten(d_file_name, "it could not be opened again: " + excess);
     }
-    // Refused beforehand, the content would be in no file at all.
-    reason = Xml_Excess(bytes);
-    if (!reason.isEmpty()) {
-        Throw_Content(
-            QString("ERR:  File '%1' is written but cannot be opened again.  Reason: %2").arg(d_file_name, reason));
+    if (Write_Whole_File(d_file_name, bytes, &reason) != TFileWrite::Done) {
+        Throw_Unwritten(d_file_name, reason);
     }
 }
 

@@ -7,8 +7,11 @@
 #include <QEvent>
 #include <QLineEdit>
 #include <QLocale>
+#include <QMouseEvent>
 #include <QSignalBlocker>
 #include <QSpinBox>
+#include <QStyle>
+#include <QStyleOptionComboBox>
 #include <QTextCharFormat>
 
 namespace {
@@ -98,7 +101,18 @@ void TCalibrationDateEdit::mousePressEvent(QMouseEvent* event)
         Set_Up_Calendar(calendarWidget());
         d_has_calendar = true;
     }
-    QDateEdit::mousePressEvent(event);
+    // Qt takes the frame for an arrow that steps the date up.
+    if (Is_On_Arrow(event->pos())) {
+        QDateEdit::mousePressEvent(event);
+    }
+}
+
+bool TCalibrationDateEdit::Is_On_Arrow(const QPoint& position) const
+{
+    QStyleOptionComboBox option;
+    option.initFrom(this);
+    option.editable = true;
+    return style()->hitTestComplexControl(QStyle::CC_ComboBox, &option, position, this) == QStyle::SC_ComboBoxArrow;
 }
 
 void TCalibrationDateEdit::Mark_Edited()

@@ -25,6 +25,7 @@ protected:
 
 private:
     void Mark_Edited();
+    bool Is_On_Arrow(const QPoint& position) const;
 
     bool d_is_edited = false;
     bool d_has_calendar = false;

@@ -164,7 +164,12 @@ QString TComponentItemWidget::Sensitivity_Text() const
 
 QString TComponentItemWidget::Expression() const
 {
-    return d_expression->text();
+    return d_expression->Expression();
+}
+
+bool TComponentItemWidget::Can_Edit_Expression() const
+{
+    return !d_expression->isReadOnly();
 }
 
 bool TComponentItemWidget::Use_Default_Expression() const
@@ -235,10 +240,7 @@ void TComponentItemWidget::Set_Expression(const QString& expression)
 {
     const QScopedValueRollback<bool> suppress(d_suppress_signals, true);
 
-    // The cursor stays where it is in a text that stays as it is.
-    if (d_expression->text() != expression) {
-        d_expression->setText(expression);
-    }
+    d_expression->Show_Expression(expression);
     d_expression->setModified(false);
     d_last_expression = expression;
 }
@@ -402,14 +404,19 @@ void TComponentItemWidget::Connect_Signals()
 // What is finished is no longer an open edit, and an expression that no file could carry gives way to the one before.
 void TComponentItemWidget::Expression_Edited()
 {
-    const QString expression = Xml_Clean(d_expression->text());
+    const QString expression = Xml_Clean(d_expression->Expression());
 
     if (Xml_Is_Blank(expression)) {
         Set_Expression(d_last_expression);
         emit Expression_Text_Changed();
         return;
     }
-    Set_Expression(expression);
+    // What stands as it was typed can still be undone.
+    if (expression != d_expression->Expression()) {
+        Set_Expression(expression);
+    }
+    d_expression->setModified(false);
+    d_last_expression = expression;
     Expression_Changed();
 }
 

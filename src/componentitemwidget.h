@@ -44,6 +44,10 @@ public:
 
     QString Expression() const;
     bool Use_Default_Expression() const;
+
+    /// Whether the editor has room for the whole expression.
+    bool Can_Edit_Expression() const;
+
     TRadioOptions Radio_Options() const;
 
     void Reset_Distribution_Types(const QStringList& types);

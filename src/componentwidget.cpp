@@ -8,6 +8,7 @@
 #include "core/teardown.h"
 #include "core/xmltext.h"
 #include "src/calibrationdateedit.h"
+#include "src/enablecontrol.h"
 #include "src/iconbutton.h"
 #include "src/namedialog.h"
 #include "src/taborder.h"
@@ -328,7 +329,7 @@ void TComponentWidget::Identifier_Selected()
 {
     const QStringList names = Selected_Names();
 
-    Enable_Icon_Button(d_remove_identifier, !names.isEmpty(), d_identifier_list);
+    Enable_Control(d_remove_identifier, !names.isEmpty(), d_identifier_list);
     if (names.size() == 1) {
         d_calibration_date->setEnabled(true);
         d_calibration_due_date->setEnabled(true);
@@ -562,5 +563,5 @@ bool TComponentWidget::Removal_Is_Confirmed()
     d_message_box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     d_message_box->setDefaultButton(QMessageBox::No);
     d_message_box->setIcon(QMessageBox::Question);
-    return d_message_box->exec() != QMessageBox::No;
+    return d_message_box->exec() == QMessageBox::Yes;
 }

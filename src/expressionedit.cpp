@@ -8,6 +8,9 @@ namespace {
 const int MOST_NAMES = 10;
 const int LONGEST_NAME = 40;
 
+// In characters; the layout of a longer line would keep the user waiting at each key.
+const int LONGEST_EDITED = 100000;
+
 QString Shortened(const QString& name)
 {
     return name.size() > LONGEST_NAME ? name.left(LONGEST_NAME) + QStringLiteral("...") : name;
@@ -43,9 +46,31 @@ QString Reason(const TExpressionHint& hint, const QString& expression)
 
 } // namespace
 
-TExpressionEdit::TExpressionEdit(QWidget* parent) : QLineEdit(parent), d_error_look(this) {}
+TExpressionEdit::TExpressionEdit(QWidget* parent) : QLineEdit(parent), d_error_look(this)
+{
+    setMaxLength(LONGEST_EDITED);
+}
+
+void TExpressionEdit::Show_Expression(const QString& expression)
+{
+    const int cursor = cursorPosition();
+    const bool is_same = expression == Expression();
+
+    // Also a text that stays as it is: Undo would bring back what stood there for another item.
+    setText(expression);
+    if (is_same) {
+        setCursorPosition(cursor);
+    }
+    setReadOnly(expression.size() > maxLength());
+    d_whole = isReadOnly() ? expression : QString();
+}
+
+QString TExpressionEdit::Expression() const
+{
+    return isReadOnly() ? d_whole : text();
+}
 
 void TExpressionEdit::Set_Hint(const TExpressionHint& hint)
 {
-    d_error_look.Show(Reason(hint, text()));
+    d_error_look.Show(isReadOnly() ? tr("The expression is too long to be edited here.") : Reason(hint, text()));
 }

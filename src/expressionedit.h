@@ -13,9 +13,17 @@ class TExpressionEdit : public QLineEdit
 public:
     explicit TExpressionEdit(QWidget* parent = nullptr);
 
-    /// Shows what is known about the text as it stands; the text is left alone.
+    /// Replaces the text and what Undo would bring back. An expression of more than 100,000 characters is shown in part
+    /// and cannot be edited.
+    void Show_Expression(const QString& expression);
+
+    /// The whole expression: the text as it stands, or what has no room in the editor.
+    QString Expression() const;
+
+    /// Shows what is known about the text as it stands, or that it cannot be edited; the text is left alone.
     void Set_Hint(const TExpressionHint& hint);
 
 private:
     TErrorLook d_error_look;
+    QString d_whole; ///< the expression while it is too long to be edited
 };

@@ -20,14 +20,3 @@ inline QToolButton* Create_Icon_Button(const QString& object_name, const QString
     button->setAccessibleName(text);
     return button;
 }
-
-/// Enables or disables a button of `list`. Qt would hand the focus of a disabled button on to whatever comes next,
-/// and the next key would change that, or to nothing at all; so it goes to the list.
-inline void Enable_Icon_Button(QToolButton* button, bool enabled, QWidget* list)
-{
-    // Not hasFocus(): behind a dialog that has just closed, the window may not be the active one yet.
-    if (!enabled && button->window()->focusWidget() == button) {
-        list->setFocus();
-    }
-    button->setEnabled(enabled);
-}

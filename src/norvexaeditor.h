@@ -244,6 +244,7 @@ private:
     QStringList Names_In_Use(const TReportData& record) const;
     void Collect_Local_Variables(TReportData* record);
     QStringList Offered_Identifiers(const QString& component) const;
+    QString Reported_Identifier(const QString& component) const;
     bool Is_Report_Range_Valid(double start, double end, double increment);
 
     // Export (norvexaeditor_export)

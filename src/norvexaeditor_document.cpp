@@ -236,7 +236,7 @@ bool TNorvexaEditor::Ask(const QString& text, const QString& informative_text)
     d_message_box->setStandardButtons(QMessageBox::Yes | QMessageBox::No);
     d_message_box->setDefaultButton(QMessageBox::No);
     d_message_box->setIcon(QMessageBox::Question);
-    return d_message_box->exec() != QMessageBox::No;
+    return d_message_box->exec() == QMessageBox::Yes;
 }
 
 void TNorvexaEditor::Report_Failure(const QString& message)

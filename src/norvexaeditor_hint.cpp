@@ -24,8 +24,9 @@ void TNorvexaEditor::Update_Expression_Hint()
 {
     TExpressionHint hint;
 
-    // Without an item the page is disabled and its editor shows nothing of importance.
-    if (d_component_item_widget->isEnabled()) {
+    // Without an item the page is disabled and its editor shows nothing of importance. An expression too long to be
+    // edited would take its time at every selection.
+    if (d_component_item_widget->isEnabled() && d_component_item_widget->Can_Edit_Expression()) {
         const QString expression = Xml_Clean(d_component_item_widget->Expression());
         hint = Expression_Hint(expression, Report_Variables(Expression_Names(expression)));
     }

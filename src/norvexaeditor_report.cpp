@@ -157,9 +157,19 @@ bool TNorvexaEditor::Identify(const QString& reportable, TReportData* record)
         Write_Log_Text("ERR:  Group item cannot be identified.");
         return false;
     }
-    record->identifier = d_report_widget->Current_Identifier(record->component);
+    record->identifier = Reported_Identifier(record->component);
     Write_Log_Text("Identifier", record->identifier.isEmpty() ? d_default_identifier : record->identifier);
     return true;
+}
+
+// The identifier chosen on the report page. Once it is renamed or removed, the component itself is reported, and
+// neither the page nor an export may name it any more.
+QString TNorvexaEditor::Reported_Identifier(const QString& component) const
+{
+    const QString chosen = d_report_widget->Current_Identifier(component);
+    const bool is_offered = chosen.isEmpty() || Offered_Identifiers(component).contains(chosen);
+
+    return is_offered ? chosen : d_default_identifier;
 }
 
 void TNorvexaEditor::Collect_Local_Variables(TReportData* record)

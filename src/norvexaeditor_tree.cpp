@@ -7,7 +7,7 @@
 #include "src/budgettree.h"
 #include "src/componentitemwidget.h"
 #include "src/componentwidget.h"
-#include "src/iconbutton.h"
+#include "src/enablecontrol.h"
 #include "src/namedialog.h"
 
 #include <QAction>
@@ -134,7 +134,8 @@ QString Page_Date(const QString& text)
     const QLocale english = QLocale::c();
     QDate date = QDate::fromString(text, Qt::TextDate);
 
-    if (!date.isValid()) {
+    // Qt's text form is also read with the names of the system's language.
+    if (!date.isValid() || !text.split(' ').contains(english.toString(date, "MMM"))) {
         date = english.toDate(text, "ddd MMM d yyyy");
     }
     return date.isValid() ? english.toString(date, "MMM d yyyy") : text;
@@ -327,13 +328,13 @@ void TNorvexaEditor::Clear_Selected_Names()
 void TNorvexaEditor::Enable_Add(bool enabled)
 {
     d_action_add_item->setEnabled(enabled);
-    Enable_Icon_Button(d_add_button, enabled, d_budget_tree);
+    Enable_Control(d_add_button, enabled, d_budget_tree);
 }
 
 void TNorvexaEditor::Enable_Remove(bool enabled)
 {
     d_action_remove_item->setEnabled(enabled);
-    Enable_Icon_Button(d_remove_button, enabled, d_budget_tree);
+    Enable_Control(d_remove_button, enabled, d_budget_tree);
 }
 
 // Component page

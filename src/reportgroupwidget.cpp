@@ -5,7 +5,9 @@
 #include "core/entrydelegate.h"
 #include "core/teardown.h"
 #include "core/xmltext.h"
+#include "src/enablecontrol.h"
 #include "src/iconbutton.h"
+#include "src/memberlist.h"
 #include "src/namedialog.h"
 
 #include <QGridLayout>
@@ -88,10 +90,9 @@ void TReportGroupWidget::Create_Group_List()
 
 void TReportGroupWidget::Create_Component_List()
 {
-    d_component_list = new QListWidget(this);
+    d_component_list = new TMemberList(this);
     d_component_list->setObjectName("component_list");
     d_component_list->setAccessibleName(tr("Available Budget Components"));
-    d_component_list->setSelectionMode(QAbstractItemView::MultiSelection);
 }
 
 void TReportGroupWidget::Create_Layout()
@@ -321,8 +322,8 @@ void TReportGroupWidget::Report_Group_Selection_Changed()
     const QList<QListWidgetItem*> entries = d_group_list->selectedItems();
 
     d_current_group = entries.size() == 1 ? entries.first()->text() : QString();
-    Enable_Icon_Button(d_remove_button, !entries.isEmpty(), d_group_list);
-    d_component_list->setEnabled(entries.size() == 1);
+    Enable_Control(d_remove_button, !entries.isEmpty(), d_group_list);
+    Enable_Control(d_component_list, entries.size() == 1, d_group_list);
     if (entries.size() == 1) {
         Show_Members(d_current_group);
     }

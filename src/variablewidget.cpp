@@ -4,6 +4,7 @@
 #include "core/describe.h"
 #include "core/numberedit.h"
 #include "core/optioneditor.h"
+#include "src/enablecontrol.h"
 #include "src/iconbutton.h"
 #include "src/namedialog.h"
 
@@ -425,8 +426,8 @@ void TVariableWidget::Variable_Selection_Changed()
 {
     const bool is_user_variable = Is_User_Row(Selected_Row());
 
-    Enable_Icon_Button(d_rename_button, is_user_variable, d_variable_list);
-    Enable_Icon_Button(d_remove_button, is_user_variable, d_variable_list);
+    Enable_Control(d_rename_button, is_user_variable, d_variable_list);
+    Enable_Control(d_remove_button, is_user_variable, d_variable_list);
 }
 
 void TVariableWidget::Variable_Selection_List_Changed(int row, const QString& text)

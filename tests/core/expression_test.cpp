@@ -543,8 +543,23 @@ TEST(TExpression, Never_meets_a_pattern_of_excessive_size)
 
     EXPECT_EQ(Evaluated(Expression_With({{nested, 2.0}}), "A", false), INVALID);
     EXPECT_EQ(Evaluated(Expression_With({{"((A{1,900}){900}){900,}", 2.0}}), "A", false), INVALID);
+    EXPECT_EQ(Evaluated(Expression_With({{"((A{0,900}){900}){900}", 2.0}}), "A", false), INVALID);
     EXPECT_EQ(Evaluated(Expression_With({{"A{1,99}", 2.0}}), "AAA", true), Valid(2.0));
     EXPECT_EQ(Evaluated(Expression_With({{QString(DEEP, 'A'), 2.0}}), QString(DEEP, 'a'), true), Valid(2.0));
+}
+
+TEST(TExpression, Never_meets_a_pattern_that_looks_around_too_often)
+{
+    EXPECT_EQ(Evaluated(Expression_With({{QString("(?=").repeated(40), 2.0}}), "A", false), INVALID);
+    EXPECT_EQ(Evaluated(Expression_With({{QString("(?!B").repeated(5) + ")))))A", 2.0}}), "A", false), INVALID);
+    EXPECT_EQ(Evaluated(Expression_With({{"(?=A)(?=A)(?!B)(?!C)A", 2.0}}), "A", true), Valid(2.0));
+    EXPECT_EQ(Evaluated(Expression_With({{R"((?:^|$|\b|\B))" + QString(R"((?:^|$|\b|\B))").repeated(30) + "X", 2.0}}),
+                        "X", false),
+              INVALID);
+    EXPECT_EQ(Evaluated(Expression_With({{QString("^").repeated(32) + "X", 2.0}}), "X", true), Valid(2.0));
+    EXPECT_EQ(Evaluated(Expression_With({{QString("^").repeated(33) + "X", 2.0}}), "X", false), INVALID);
+    const QString looks_for_each = "(?:(?!(?:(?![X-]*[ZQ])[X-])*[ZQ])[X-])*[ZQ]|Y";
+    EXPECT_EQ(Evaluated(Expression_With({{looks_for_each, 2.0}}), QString("X-").repeated(200) + "Y", false), INVALID);
 }
 
 TEST(TExpression, Never_meets_an_unlimited_pattern_in_a_long_text)

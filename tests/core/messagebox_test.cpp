@@ -11,6 +11,7 @@
 #include <QTest>
 #include <QTextDocument>
 #include <QTextEdit>
+#include <QTimer>
 
 #include <gtest/gtest.h>
 
@@ -39,6 +40,20 @@ TEST_F(TMessageBoxTest, Belongs_to_its_parent)
 
     EXPECT_EQ(box.parentWidget(), &parent);
     EXPECT_TRUE(box.isWindow());
+}
+
+TEST_F(TMessageBoxTest, Answers_No_at_once_while_it_is_running)
+{
+    int second_answer = QMessageBox::NoButton;
+    QTimer::singleShot(0, &d_box, [&] {
+        second_answer = d_box.exec();
+        EXPECT_TRUE(d_box.isVisible());
+        d_box.button(QMessageBox::Yes)->click();
+    });
+
+    EXPECT_EQ(d_box.exec(), QMessageBox::Yes);
+
+    EXPECT_EQ(second_answer, QMessageBox::No);
 }
 
 TEST_F(TMessageBoxTest, Shows_rich_text)

@@ -410,6 +410,7 @@ TEST_F(TOptionEditorWidgetTest, Editors_are_frameless_opaque_and_carry_the_optio
     EXPECT_TRUE(date_time->autoFillBackground());
     EXPECT_EQ(date_time->accessibleName(), "Date");
     EXPECT_EQ(date_time->displayFormat(), "ddd MMM dd hh:mm:ss yyyy AP");
+    EXPECT_EQ(date_time->text(), "Thu Feb 29 03:05:09 2024 PM");
 
     const auto* combo = Edit<QComboBox>(LIST);
     EXPECT_FALSE(combo->hasFrame());

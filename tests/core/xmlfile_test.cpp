@@ -753,6 +753,26 @@ TEST_F(TXmlFile_Text_Test, Reads_references_beyond_U_FFFF_behind_what_looks_like
     EXPECT_EQ(Root_Text("<!DOCTYPE Root [<!ENTITY e '<!-- &#x1F600;'>]><Root>&#x1F600;<!-- --></Root>"), d_face);
 }
 
+TEST_F(TXmlFile_Text_Test, Reads_a_file_in_UTF_16_whose_bytes_look_like_carriage_returns)
+{
+    QTemporaryDir folder;
+    TXmlFile file;
+    file.Set_File_Name(folder.filePath("file"));
+
+    for (const char* encoding : {"UTF-16LE", "UTF-16BE", "UTF-32LE", "UTF-32BE"}) {
+        QTextEncoder encoder(QTextCodec::codecForName(encoding));
+        QFile bytes(folder.filePath("file"));
+        ASSERT_TRUE(bytes.open(QIODevice::WriteOnly));
+        bytes.write(encoder.fromUnicode(QString::fromUtf8("\uFEFF<Root>\r\n<A>\u010D\u0D00\r\n\u010D</A></Root>")));
+        bytes.close();
+
+        file.Open("Root", nullptr, true);
+
+        const QDomElement leaf = file.Get_Node(file.Root_Element(), "A", false);
+        EXPECT_EQ(file.Read_Text_Node(&leaf, false), QString::fromUtf8("\u010D\u0D00\n\u010D")) << encoding;
+    }
+}
+
 TEST_F(TXmlFile_Text_Test, Reads_other_encodings)
 {
     EXPECT_EQ(Root_Text("<?xml version='1.0' encoding='ISO-8859-1'?><Root>\xFC</Root>"), QString(QChar(0xFC)));
@@ -1276,17 +1296,18 @@ TEST_F(TXmlFile_Writing_Test, Reports_a_file_that_cannot_be_written)
               "content: ERR:  Cannot write file '" + d_folder.path() + "'.  Reason: Is a directory");
 }
 
-TEST_F(TXmlFile_Writing_Test, Writes_a_file_of_too_much_to_be_opened_and_says_so)
+TEST_F(TXmlFile_Writing_Test, Keeps_the_old_file_when_the_new_one_could_not_be_opened)
 {
     const QString name = d_folder.filePath("%2");
     d_file.Write_Text_Node(d_root, QString(3'000'000, '&'));
     EXPECT_EQ(Write_File(name), "nothing");
+    const QByteArray old = Data(false);
 
     d_file.Write_Text_Node(d_root, QString(400'000, '<'));
-    EXPECT_EQ(Write_File(name), "content: ERR:  File '" + name +
-                                    "' is written but cannot be opened again.  Reason: "
+    EXPECT_EQ(Write_File(name), "content: ERR:  Cannot write file '" + name +
+                                    "'.  Reason: it could not be opened again: "
                                     "too many elements, attributes, texts and references");
-    EXPECT_EQ(Content(name), Data(false));
+    EXPECT_EQ(Content(name), old);
 }
 
 TEST(Xml_Excess_Test, Is_why_bytes_are_not_parsed)

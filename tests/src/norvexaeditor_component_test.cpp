@@ -486,6 +486,24 @@ TEST_F(TNorvexaEditorComponent, A_date_changed_back_is_written_as_a_date)
     EXPECT_EQ(Saved_State(), State_Of(budget.document));
 }
 
+TEST_F(TNorvexaEditorComponent, A_click_on_the_frame_of_a_date_is_no_edit)
+{
+    Open_Identifier("SN 1");
+    auto* date = Find<QDateEdit>("calibration_date");
+    const QString text = date->text();
+    const QString saving = Saving();
+
+    for (const QPoint& position :
+         {QPoint(date->width() / 2, 0), QPoint(0, date->height() / 2), QPoint(date->width() / 2, date->height() - 1),
+          QPoint(date->width() - 1, date->height() / 2)}) {
+        QTest::mousePress(date, Qt::LeftButton, Qt::NoModifier, position);
+        QTest::mouseRelease(date, Qt::LeftButton, Qt::NoModifier, position);
+    }
+
+    EXPECT_EQ(date->text(), text);
+    EXPECT_EQ(Saving(), saving);
+}
+
 TEST_F(TNorvexaEditorComponent, The_date_of_one_identifier_never_reaches_the_next)
 {
     Open_Identifier("SN 1");

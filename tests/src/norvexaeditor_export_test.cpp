@@ -729,6 +729,41 @@ TEST_F(TNorvexaEditorExport, The_choice_of_an_identifier_stands_in_the_titles)
                                    "Probe Component [Default]"}));
 }
 
+TEST_F(TNorvexaEditorExport, An_identifier_that_is_called_otherwise_by_now_is_not_named)
+{
+    TBudgetFile budget = Probe_Budget("0.003");
+    budget.document.Component_Add_Identifier("Probe", "SN 1");
+    Change_Item(&budget.document, "Probe", "Ball", [](TItem* item) {
+        item->replacement_items.front() = {"SN 1", "0.009", false};
+    });
+    Show(budget);
+    Choose_Identifier("Probe", "SN 1");
+    Show_Page("Budget Components");
+    Select_Entry("Probe");
+    Rename_Identifier("SN 1", "SN 9");
+    Show_Page("Report");
+
+    Export_CSV(Path("export.csv"));
+
+    EXPECT_EQ(Rows("Probe"), QStringList({"Probe Component [Default]", "Probe Component [Default]"}));
+    EXPECT_EQ(Rows(",Source,Ball"), QStringList(",Source,Ball,0.003000000,0.003000000,0.003000000"));
+    EXPECT_EQ(Log_Lines().filter("Identifier"), QStringList(Line({"Identifier", "[Default]"})));
+}
+
+TEST_F(TNorvexaEditorExport, A_second_export_takes_the_variables_as_they_are_by_then)
+{
+    Show(Probe_Budget("Sdev"));
+    Export_CSV(Path("first.csv"));
+    Show_Page("Variables");
+    Replace_Text(Find<QLineEdit>("standard_deviation"), "0.005");
+    Show_Page("Report");
+
+    Export_CSV(Path("export.csv"));
+
+    EXPECT_EQ(Rows(",Sdev"), QStringList(",Sdev,0.005000"));
+    EXPECT_EQ(Rows(",Source,Ball"), QStringList(",Source,Ball,0.005000000,0.005000000,0.005000000"));
+}
+
 TEST_F(TNorvexaEditorExport, A_second_export_starts_from_nothing)
 {
     Show(Probe_Budget());
@@ -752,6 +787,35 @@ TEST_F(TNorvexaEditorExport, A_group_with_a_member_that_is_gone_is_not_exported)
               QStringList({"ERR:  Group item cannot be identified.", "ERR:  Cannot generate export data."}));
     EXPECT_EQ(Page(), "Log");
     EXPECT_FALSE(QFile::exists(Path("export.csv")));
+}
+
+TEST_F(TNorvexaEditorExport, A_group_whose_member_is_gone_since_the_last_report_is_not_exported)
+{
+    TBudgetFile budget = Probe_Budget();
+    Add(&budget, "Scale", {Item("Drift", "0.004")});
+    budget.groups = {{"Length", {"Probe", "Scale"}}};
+    Show(budget);
+    Show_Page("Budget Components");
+    Rename_Entry(Find<QTreeWidget>("budget_tree"), "Scale", "Ruler");
+    Show_Page("Report");
+
+    Export_CSV(Path("export.csv"));
+
+    EXPECT_EQ(Log_Lines().last(), "ERR:  Cannot generate export data.");
+    EXPECT_EQ(Page(), "Log");
+    EXPECT_FALSE(QFile::exists(Path("export.csv")));
+}
+
+TEST_F(TNorvexaEditorExport, The_log_tells_a_length_to_a_thousandth_of_a_millimetre)
+{
+    Show(Probe_Budget());
+    Type_Range("0.125", "1", "0.5");
+
+    Export_CSV(Path("export.csv"));
+
+    EXPECT_EQ(Log_Lines().filter(" mm "), QStringList({Line({"0.125 mm", "0.003000", "Probe", "Ball"}),
+                                                       Line({"0.625 mm", "0.003001", "Probe", "Ball"}),
+                                                       Line({"1.125 mm", "0.003001", "Probe", "Ball"})}));
 }
 
 TEST_F(TNorvexaEditorExport, A_report_with_an_error_or_without_a_group_cannot_be_exported)

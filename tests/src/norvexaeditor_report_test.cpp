@@ -755,6 +755,21 @@ TEST_F(TNorvexaEditorReport, Takes_the_component_itself_once_the_chosen_identifi
     EXPECT_EQ(Status(), "Uc at length 2500.000 mm: 0.0026 mm");
 }
 
+TEST_F(TNorvexaEditorReport, Collects_the_locals_of_the_identifiers_expression_of_a_single_item)
+{
+    TBudgetFile budget = Budget_Of("L");
+    TComponent scale = budget.document.Component(0);
+    scale.mode = TNorvexaData::UC_MODE_INDIVIDUAL;
+    Add_Identifier(&scale, "Short", 100.0, 0.01, {"CTEc+Lc"});
+    budget.document.Update_Component(scale);
+    budget.groups = {{"Length", {"Scale - Drift"}}};
+    Show_Report(budget);
+
+    Choose_Identifier("Scale", "Short");
+
+    EXPECT_EQ(Log_Lines().filter(" = "), QStringList({Line({"", "CTEc = 0.010000"}), Line({"", "Lc = 2.000000"})}));
+}
+
 // Report data variables
 
 TEST_F(TNorvexaEditorReport, Takes_a_data_variable_from_an_individual_item)

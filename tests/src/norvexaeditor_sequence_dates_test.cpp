@@ -138,6 +138,23 @@ TEST_F(TSequenceDates, A_date_changed_on_another_day_is_that_date_and_the_other_
     EXPECT_EQ(Check(), Model_Of(expected));
 }
 
+TEST_F(TSequenceDates, A_date_with_German_names_is_free_text_and_stays_when_it_is_opened_on_another_day)
+{
+    TBudgetFile budget = Expected();
+    Change_Identifier(&budget.document, "Gauge", "SN 1", [](TNorvexaData::TComponentInstance* record) {
+        record->calibration_date = "Di Mai 5 2026";
+        record->calibration_due_date = "Tue May 5 2026";
+    });
+    s_days_ahead = 40;
+
+    Open_Budget(budget);
+    Select_Entry("Gauge");
+    Select_Identifier("SN 1");
+
+    EXPECT_EQ(Shown_Dates(), In_English(d_today.addDays(40), "ddd MMM d yyyy") + ", Tue May 5 2026");
+    EXPECT_EQ(Check(), Model_Of(budget));
+}
+
 TEST_F(TSequenceDates, A_German_default_locale_changes_neither_what_is_saved_nor_what_is_shown)
 {
     QLocale::setDefault(QLocale(QLocale::German));
@@ -165,5 +182,5 @@ TEST_F(TSequenceDates, A_German_system_changes_neither_what_is_saved_nor_what_is
     ASSERT_TRUE(process.waitForFinished());
     const QByteArray output = process.readAll();
     EXPECT_EQ(process.exitCode(), 0) << output.constData();
-    EXPECT_TRUE(output.contains("[  PASSED  ] 3 tests.")) << output.constData();
+    EXPECT_TRUE(output.contains("[  PASSED  ] 4 tests.")) << output.constData();
 }

@@ -7,6 +7,7 @@
 #include <QFile>
 #include <QFileDialog>
 #include <QLineEdit>
+#include <QListWidget>
 #include <QMessageBox>
 #include <QMimeData>
 #include <QTest>
@@ -353,6 +354,38 @@ TEST_F(TSequenceDrops, A_file_dropped_on_a_name_being_typed_in_the_tree_is_loade
     EXPECT_TRUE(Drop_Files({Other_File()}, Tree()->viewport()));
 
     EXPECT_EQ(Tree_Text(), "Norvexa Data(Beam())");
+    EXPECT_EQ(Check(), Model_Of(Other_Budget()));
+}
+
+TEST_F(TSequenceDrops, A_file_dropped_on_the_editor_of_a_tree_entry_is_loaded)
+{
+    QLineEdit* editor = Type_In_Entry(Tree(), "Scale", "Ruler");
+
+    EXPECT_TRUE(Drop_Files({Other_File()}, editor));
+
+    EXPECT_EQ(Tree_Text(), "Norvexa Data(Beam())");
+    EXPECT_EQ(Check(), Model_Of(Other_Budget()));
+}
+
+TEST_F(TSequenceDrops, A_file_dropped_on_the_editor_of_an_identifier_is_loaded)
+{
+    Select_Entry("Probe");
+    QLineEdit* editor = Type_In_Entry(Find<QListWidget>("identifier_list"), "SN 1", "SN 9");
+    d_answer.Click(QMessageBox::Yes);
+
+    EXPECT_TRUE(Drop_Files({Other_File()}, editor));
+
+    EXPECT_EQ(Check(), Model_Of(Other_Budget()));
+}
+
+TEST_F(TSequenceDrops, A_file_dropped_on_the_editor_of_a_group_is_loaded)
+{
+    Show_Page("Report Groups");
+    QLineEdit* editor = Type_In_Entry(Find<QListWidget>("group_list"), "Length", "Width");
+    d_answer.Click(QMessageBox::Yes);
+
+    EXPECT_TRUE(Drop_Files({Other_File()}, editor));
+
     EXPECT_EQ(Check(), Model_Of(Other_Budget()));
 }
 

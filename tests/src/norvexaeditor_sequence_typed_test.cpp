@@ -1,6 +1,8 @@
 #include "tests/support/sequencefixture.h"
 
 #include <QLineEdit>
+#include <QTest>
+#include <QTimer>
 #include <QTreeWidget>
 
 namespace {
@@ -86,6 +88,84 @@ TEST_F(TSequenceTyped, An_expression_is_asked_about_and_kept_when_no_new_budget_
 
     EXPECT_EQ(Find<QLineEdit>("expression")->text(), "0.75");
     EXPECT_EQ(Check(), Model_Of(Workshop_With_Drift("0.75")));
+}
+
+TEST_F(TSequenceTyped, An_expression_is_kept_when_the_session_ends_while_a_question_is_open)
+{
+    Open_Workshop();
+    Type_Expression("0.75");
+    bool is_closed = true;
+    QTimer::singleShot(0, &d_editor, [&] { is_closed = d_editor.close(); });
+    d_answer.Click(QMessageBox::No);
+
+    Click_Tool("action_new");
+
+    EXPECT_FALSE(is_closed);
+    EXPECT_TRUE(d_editor.isVisible());
+    EXPECT_EQ(Check(), Model_Of(Workshop_With_Drift("0.75")));
+}
+
+TEST_F(TSequenceTyped, An_expression_of_100000_characters_is_edited_as_a_whole)
+{
+    const QString expression = QString("1+").repeated(49'998) + "10";
+    Open_Budget(Workshop_With_Drift(expression));
+    Select_Entry("Drift");
+
+    QTest::mouseClick(Find<QLineEdit>("expression"), Qt::LeftButton);
+    Press(Qt::Key_End);
+    QTest::keyClicks(Find<QLineEdit>("expression"), "+2");
+    Click_Tool("action_save");
+
+    EXPECT_EQ(Check(), Model_Of(Workshop_With_Drift(expression + "+2")));
+}
+
+TEST_F(TSequenceTyped, An_expression_too_long_to_be_edited_stays_whole_when_another_field_is_edited)
+{
+    const QString expression = QString("1+").repeated(50'000) + "1";
+    Open_Budget(Workshop_With_Drift(expression));
+    Select_Entry("Drift");
+    auto* editor = Find<QLineEdit>("expression");
+    ASSERT_TRUE(editor->toolTip().contains("The expression is too long to be edited here."))
+        << editor->toolTip().toStdString();
+
+    QTest::mouseClick(editor, Qt::LeftButton);
+    QTest::keyClicks(editor, "2");
+    Press(Qt::Key_Return);
+    Enter("sensitivity", "0.5");
+
+    TBudgetFile expected = Workshop_With_Drift(expression);
+    Change_Item(&expected.document, "Scale", "Drift",
+                [](TNorvexaData::TComponentItem* item) { item->sensitivity = 0.5; });
+    EXPECT_EQ(Check(), Model_Of(expected));
+}
+
+TEST_F(TSequenceTyped, An_expression_typed_for_one_item_is_not_undone_in_another_that_reads_the_same)
+{
+    Open_Budget(Workshop_With_Drift("0.125"));
+    Select_Entry("Resolution");
+    const QString own = Find<QLineEdit>("expression")->text();
+    Replace_Text(Find<QLineEdit>("expression"), "0.125");
+    Select_Entry("Drift");
+
+    QTest::keyClick(Find<QLineEdit>("expression"), Qt::Key_Z, Qt::ControlModifier);
+
+    EXPECT_EQ(Find<QLineEdit>("expression")->text(), "0.125");
+    TBudgetFile expected = Workshop_With_Drift("0.125");
+    expected.document.Update_Component_Item("Probe", "Resolution", QString(), "0.125", false);
+    EXPECT_EQ(Check(), Model_Of(expected));
+}
+
+TEST_F(TSequenceTyped, An_expression_is_undone_after_Return)
+{
+    Open_Workshop();
+    Type_Expression("0.75");
+    Press(Qt::Key_Return);
+
+    QTest::keyClick(Find<QLineEdit>("expression"), Qt::Key_Z, Qt::ControlModifier);
+    QTest::keyClick(Find<QLineEdit>("expression"), Qt::Key_Z, Qt::ControlModifier);
+    Press(Qt::Key_Return);
+
+    EXPECT_EQ(Check(), Model_Of(Workshop_Budget()));
 }
 
 TEST_F(TSequenceTyped, An_expression_goes_with_its_budget_when_a_new_one_is_begun)

@@ -924,6 +924,19 @@ TEST_F(ReportGroupWidget, Disables_components_and_removal_once_no_group_is_selec
     EXPECT_EQ(Changes(), 0);
 }
 
+TEST_F(ReportGroupWidget, Hands_the_focus_of_the_components_to_the_groups_once_none_is_selected)
+{
+    Fill();
+    Click_Group(0);
+    Click_Component(1);
+    ASSERT_TRUE(Component_List()->hasFocus());
+
+    QTest::mouseClick(Button("remove_group"), Qt::LeftButton);
+
+    EXPECT_FALSE(Component_List()->isEnabled());
+    EXPECT_TRUE(Group_List()->hasFocus());
+}
+
 // Selecting components
 
 TEST_F(ReportGroupWidget, Adds_a_clicked_component_to_the_selected_group_in_the_order_of_the_list)
@@ -973,6 +986,20 @@ TEST_F(ReportGroupWidget, Toggles_a_component_from_the_keyboard)
 
     EXPECT_THAT(d_page.Group(1), Is_Group("Gauge", {"Scale", "Thermometer"}));
     EXPECT_EQ(Changes(), 1);
+}
+
+TEST_F(ReportGroupWidget, Finds_a_component_by_its_first_letters_and_leaves_the_members_alone)
+{
+    Fill();
+    Click_Group(0);
+    Component_List()->setFocus();
+
+    QTest::keyClicks(Component_List(), "the");
+
+    EXPECT_EQ(Component_List()->currentRow(), 3);
+    EXPECT_EQ(Selected_Components(), QStringList({"Probe", "Thermometer"}));
+    EXPECT_THAT(d_page.Groups(), ElementsAre(Is_Group("Tape", {"Probe", "Thermometer"}), Is_Group("Gauge", {"Scale"})));
+    EXPECT_EQ(Changes(), 0);
 }
 
 TEST_F(ReportGroupWidget, Clears_a_selection_of_components_that_belongs_to_no_group)

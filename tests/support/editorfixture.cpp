@@ -275,10 +275,14 @@ bool TEditorFixture::Drop_Files(const QStringList& paths, QWidget* target)
 {
     QMimeData data;
     QList<QUrl> urls;
+    QStringList texts;
     for (const QString& path : paths) {
         urls << QUrl::fromLocalFile(path);
+        texts << urls.last().toString();
     }
     data.setUrls(urls);
+    // As file managers do it: a text editor that takes drops would take this one.
+    data.setText(texts.join('\n'));
     return Drop_Data(data, target);
 }
 
