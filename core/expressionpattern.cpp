@@ -79,14 +79,25 @@ double Search_Steps(const QString& pattern, double size, const QString& text)
     return (pattern.contains(alternatives) ? size : STEPS_OF_ONE_WAY) * Reach(pattern, size, text) * text.size();
 }
 
-/// How many of the pattern's signs look at what stands beside them and match nothing themselves.
-int Count_Of(const QRegularExpression& sign, const QString& pattern)
+int Count_Of(QLatin1String sign, const QString& pattern)
 {
     int count = 0;
-    for (QRegularExpressionMatchIterator found = sign.globalMatch(pattern); found.hasNext(); found.next()) {
+
+    for (int found = pattern.indexOf(sign); found >= 0; found = pattern.indexOf(sign, found + sign.size())) {
         ++count;
     }
     return count;
+}
+
+int Look_Ahead_Count(const QString& pattern)
+{
+    return Count_Of(QLatin1String("(?="), pattern) + Count_Of(QLatin1String("(?!"), pattern);
+}
+
+int Anchor_Count(const QString& pattern)
+{
+    // The names come in capitals, so that \b is \B.
+    return pattern.count('^') + pattern.count('$') + Count_Of(QLatin1String("\\B"), pattern);
 }
 
 /// QRegExp nests as deeply as its pattern and writes repetitions out: a huge one would exhaust stack or memory. So
@@ -94,12 +105,10 @@ int Count_Of(const QRegularExpression& sign, const QString& pattern)
 /// is searched for on its own at each step.
 bool Is_Excessive(const QString& pattern, const QString& text)
 {
-    static const QRegularExpression look_ahead(QStringLiteral(R"(\(\?[=!])"));
-    static const QRegularExpression anchor(QStringLiteral(R"([$^]|\\[bB])"));
     const double size = Written_Out_Size(pattern);
-    const int look_aheads = Count_Of(look_ahead, pattern);
+    const int look_aheads = Look_Ahead_Count(pattern);
 
-    return size > LARGEST_PATTERN || look_aheads > MOST_LOOK_AHEADS || Count_Of(anchor, pattern) > MOST_ANCHORS ||
+    return size > LARGEST_PATTERN || look_aheads > MOST_LOOK_AHEADS || Anchor_Count(pattern) > MOST_ANCHORS ||
            Search_Steps(pattern, size, text) * std::pow(Reach(pattern, size, text), look_aheads) > LONGEST_SEARCH;
 }
 
