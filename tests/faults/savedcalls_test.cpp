@@ -131,6 +131,23 @@ TEST_P(TSavedCalls, Are_all_that_the_kernel_sees)
     EXPECT_EQ(Seen(), watched);
 }
 
+TEST_P(TSavedCalls, Bring_the_bytes_to_the_disk_before_they_take_the_place_of_the_file)
+{
+    const QString watched = Watched().join(' ');
+
+    EXPECT_TRUE(watched.contains(" write sync ")) << watched.toStdString();
+    EXPECT_TRUE(watched.endsWith(" rename")) << watched.toStdString();
+}
+
+TEST_P(TSavedCalls, Bring_the_bytes_to_the_disk_of_a_file_written_in_place)
+{
+    ASSERT_EQ(link(QFile::encodeName(Target()).constData(), QFile::encodeName(Target() + ".other").constData()), 0);
+
+    const QString watched = Watched().join(' ');
+
+    EXPECT_TRUE(watched.endsWith(" write truncate sync close")) << watched.toStdString();
+}
+
 TEST_P(TSavedCalls, Are_all_that_the_kernel_sees_of_writing_in_place)
 {
     ASSERT_EQ(link(QFile::encodeName(Target()).constData(), QFile::encodeName(Target() + ".other").constData()), 0);

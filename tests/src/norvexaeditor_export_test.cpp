@@ -15,7 +15,6 @@
 #include <QTreeWidget>
 
 #include <algorithm>
-#include <csignal>
 #include <string>
 #include <unistd.h>
 
@@ -1093,17 +1092,6 @@ TEST_F(TNorvexaEditorExport, Writes_a_PDF_that_is_there_in_a_folder_that_takes_n
     EXPECT_EQ(Page(), "Report");
     EXPECT_EQ(Entries("locked"), QStringList("export.pdf"));
     EXPECT_TRUE(Bytes(Path("locked/export.pdf")).endsWith("%%EOF\n"));
-}
-
-TEST_F(TNorvexaEditorExport, A_file_size_limit_does_not_end_the_program_while_a_PDF_is_made)
-{
-    Show(Probe_Budget());
-    std::signal(SIGXFSZ, SIG_DFL);
-    d_answer.Choose_File(Path("export.pdf"));
-
-    Click_Export_PDF();
-
-    EXPECT_EQ(std::signal(SIGXFSZ, SIG_IGN), SIG_IGN);
 }
 
 // Typed text
