@@ -4,7 +4,23 @@
 #include "core/xmltext.h"
 
 #include <QAbstractItemView>
+#include <QKeyEvent>
 #include <QLineEdit>
+
+namespace {
+
+// Deselects the entry and searches for one that begins with a blank. What is typed would be shown, but in no record: on
+// its way to that entry the view takes it without a word to the rename slot.
+bool Is_Key_Of_The_View(const QEvent* event)
+{
+    if (event->type() != QEvent::KeyPress) {
+        return false;
+    }
+    const auto* press = static_cast<const QKeyEvent*>(event);
+    return press->key() == Qt::Key_Space && press->modifiers().testFlag(Qt::ControlModifier);
+}
+
+} // namespace
 
 TEntryDelegate::TEntryDelegate(QAbstractItemView* view) : QStyledItemDelegate(view), d_view(view)
 {
@@ -68,6 +84,12 @@ void TEntryDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
     } else {
         QStyledItemDelegate::setModelData(editor, model, index);
     }
+}
+
+// The line editor leaves some keys to the view behind it.
+bool TEntryDelegate::eventFilter(QObject* editor, QEvent* event)
+{
+    return Is_Key_Of_The_View(event) || QStyledItemDelegate::eventFilter(editor, event);
 }
 
 bool TEntryDelegate::Is_Sole_Selection(const QModelIndex& index) const

@@ -36,6 +36,9 @@ public:
     QWidget* createEditor(QWidget* parent, const QStyleOptionViewItem& option, const QModelIndex& index) const override;
     void setModelData(QWidget* editor, QAbstractItemModel* model, const QModelIndex& index) const override;
 
+protected:
+    bool eventFilter(QObject* editor, QEvent* event) override;
+
 private:
     bool Is_Sole_Selection(const QModelIndex& index) const;
 

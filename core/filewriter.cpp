@@ -108,7 +108,7 @@ bool Take_Room(int descriptor, qint64 old_size, const QByteArray& bytes)
            fsync(descriptor) == 0 && lseek(descriptor, 0, SEEK_SET) == 0;
 }
 
-// What a file holds before it is overwritten; without its bytes if they cannot be read.
+// What a file holds before it is overwritten; without all its bytes if they cannot be read.
 struct TOldContent
 {
     qint64 size = 0;
@@ -124,13 +124,13 @@ TOldContent Old_Content(const QString& name, qint64 size)
     if (size > LARGEST_COPY || !file.open(QIODevice::ReadOnly)) {
         return {size, {}};
     }
-    const QByteArray bytes = file.readAll();
-    return {size, bytes.size() == size ? bytes : QByteArray()};
+    return {size, file.readAll()};
 }
 
 void Put_Back(int descriptor, const TOldContent& old, bool is_new_whole)
 {
-    const bool is_old_whole = lseek(descriptor, 0, SEEK_SET) == 0 && Write_Bytes(descriptor, old.bytes);
+    const bool is_known = old.bytes.size() == old.size;
+    const bool is_old_whole = is_known && lseek(descriptor, 0, SEEK_SET) == 0 && Write_Bytes(descriptor, old.bytes);
     // What was taken for the rest of a new content that did not get in is not the old one's, even where nothing of it
     // can be written again.
     const bool is_restored =
@@ -194,6 +194,7 @@ bool Takes_All(QSaveFile* file, const QByteArray& bytes)
 
     // Taking only some bytes is no error yet: the reason comes with the refusal of the next.
     while (done < bytes.size()) {
+        errno = EIO; // what the file gives as the reason where a write takes nothing and gives none
         const qint64 count = file->write(bytes.constData() + done, bytes.size() - done);
         if (count <= 0) {
             return false;

@@ -297,7 +297,7 @@ void TComponentWidget::Rename_Identifier(QWidget* /*editor*/)
         Rename_Entries(old_name, new_name);
         emit Rename_Component_Identifiers(old_name, new_name);
         emit Component_Identifier_Selected(new_name);
-        // The view takes Ctrl+Space from the editor, and the entry may be selected no more.
+        // A key may have led to another entry by now.
         if (Current_Identifier() != new_name) {
             emit Component_Identifier_Selected(Current_Identifier());
         }

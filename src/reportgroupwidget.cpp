@@ -297,7 +297,7 @@ void TReportGroupWidget::Rename_Current_Group(QWidget* /*editor*/)
         return;
     }
     d_group_delegate->Accept_Rename();
-    // The view takes Ctrl+Space from the editor, and the entry may be selected no more.
+    // A key may have led to another entry by now.
     if (d_current_group == old_name) {
         d_current_group = new_name;
     }

@@ -190,6 +190,62 @@ TEST_F(TEntryDelegateTest, A_second_commit_of_a_refused_name_is_refused_again)
     EXPECT_EQ(d_renames, QStringList());
 }
 
+struct TMovingKey
+{
+    const char* case_name;
+    Qt::Key key;
+    Qt::KeyboardModifiers modifiers;
+};
+
+class TEntryDelegateMovingKey : public TEntryDelegateTest, public ::testing::WithParamInterface<TMovingKey>
+{};
+
+TEST_P(TEntryDelegateMovingKey, Commits_the_rename)
+{
+    new QListWidgetItem(" Omega", &d_list);
+    Click_Entry(&d_list, "Beta");
+    auto* editor = Edit();
+    ASSERT_NE(editor, nullptr);
+    Replace_Text(editor, "Delta");
+
+    QTest::keyClick(editor, GetParam().key, GetParam().modifiers);
+
+    EXPECT_NE(d_list.currentItem()->text(), "Delta");
+    EXPECT_EQ(Shown(), QStringList({"Alpha", "Delta", "Gamma", " Omega"}));
+    EXPECT_EQ(d_renames, QStringList("Beta -> Delta"));
+}
+
+INSTANTIATE_TEST_SUITE_P(, TEntryDelegateMovingKey,
+                         ::testing::Values(TMovingKey{"Up", Qt::Key_Up, Qt::NoModifier},
+                                           TMovingKey{"Down", Qt::Key_Down, Qt::NoModifier},
+                                           TMovingKey{"Shift_Down", Qt::Key_Down, Qt::ShiftModifier},
+                                           TMovingKey{"Page_Down", Qt::Key_PageDown, Qt::NoModifier},
+                                           TMovingKey{"Ctrl_End", Qt::Key_End, Qt::ControlModifier},
+                                           TMovingKey{"Ctrl_Home", Qt::Key_Home, Qt::ControlModifier}),
+                         [](const auto& row) { return row.param.case_name; });
+
+// The view would search for an entry that begins with a blank, and go there.
+TEST_F(TEntryDelegateTest, The_key_that_selects_is_not_the_views_while_a_name_is_typed)
+{
+    new QListWidgetItem(" Omega", &d_list);
+    Click_Entry(&d_list, "Beta");
+    auto* editor = Edit();
+    ASSERT_NE(editor, nullptr);
+    Replace_Text(editor, "Delta");
+
+    QTest::keyClick(editor, Qt::Key_Space, Qt::ControlModifier);
+
+    EXPECT_EQ(Open_Editor(&d_list), editor);
+    EXPECT_EQ(editor->text(), "Delta");
+    EXPECT_EQ(Shown(), QStringList({"Alpha", "Beta", "Gamma", " Omega"}));
+    EXPECT_TRUE(d_list.item(1)->isSelected());
+
+    QTest::keyClick(editor, Qt::Key_Return);
+    ASSERT_TRUE(QTest::qWaitFor([this]() { return Open_Editor(&d_list) == nullptr; }));
+    EXPECT_EQ(Shown(), QStringList({"Alpha", "Delta", "Gamma", " Omega"}));
+    EXPECT_EQ(d_renames, QStringList("Beta -> Delta"));
+}
+
 TEST_F(TEntryDelegateTest, Clicking_another_entry_commits_the_rename_of_the_first)
 {
     Click_Entry(&d_list, "Alpha");

@@ -264,10 +264,31 @@ TEST_F(TXmlFile_Open_Test, Reads_a_version_that_is_no_number_as_0)
     EXPECT_EQ(d_version, 0);
 }
 
-TEST_F(TXmlFile_Open_Test, Refuses_a_file_above_64_MB_before_reading_it)
+TEST_F(TXmlFile_Open_Test, Reads_a_version_in_base_10)
+{
+    const std::pair<const char*, int> versions[] = {{"0x3", 0}, {"0b11", 0}, {"a", 0}, {"010", 10}};
+    for (const auto& [text, version] : versions) {
+        Write(Path("file"), QByteArray("<Norvexa_Data File_Version='") + text + "'/>");
+
+        EXPECT_EQ(Open(Path("file")), "nothing");
+        EXPECT_EQ(d_version, version) << text;
+    }
+}
+
+TEST_F(TXmlFile_Open_Test, Refuses_a_file_above_64_MB)
 {
     Write(Path("file"), "<Norvexa_Data File_Version='3'/>");
     ASSERT_TRUE(QFile::resize(Path("file"), 64LL * 1024 * 1024 + 1));
+
+    EXPECT_EQ(Open(Path("file")),
+              "content: ERR:  Reference file XML parse error at line larger than 64 MB column 1: 1");
+}
+
+TEST_F(TXmlFile_Open_Test, Refuses_a_file_of_3_GB_by_its_size)
+{
+    // So much cannot be read at once, and it takes no room on the disk.
+    Write(Path("file"), "<Norvexa_Data File_Version='3'/>");
+    ASSERT_TRUE(QFile::resize(Path("file"), 3LL * 1024 * 1024 * 1024));
 
     EXPECT_EQ(Open(Path("file")),
               "content: ERR:  Reference file XML parse error at line larger than 64 MB column 1: 1");
@@ -357,6 +378,12 @@ QByteArray With_Entities(int count)
         document += "<!ENTITY e" + QByteArray::number(i) + " 'x'>";
     }
     return document + "]><Root>&e0;</Root>";
+}
+
+/// The declaration, 64 of others and the reference to the first of them.
+QByteArray With_Entity(const QByteArray& declaration)
+{
+    return With_Entities(64).replace("<!ENTITY e0 ", declaration + "<!ENTITY e0 ");
 }
 
 QByteArray Billion_Laughs()
@@ -537,6 +564,17 @@ INSTANTIATE_TEST_SUITE_P(
                       Parse_Error("larger than 64 MB", 1, 1)},
         TDocumentCase{"Entities_64", [] { return With_Entities(64); }, "nothing"},
         TDocumentCase{"Entities_65", [] { return With_Entities(65); }, Starts("more than 64 entity declarations")},
+        TDocumentCase{"Entities_64_and_an_empty_one", [] { return With_Entity("<!ENTITY e ''>"); },
+                      Starts("more than 64 entity declarations")},
+        TDocumentCase{"Entities_64_and_a_parameter", [] { return With_Entity("<!ENTITY % p 'x'>"); },
+                      Starts("more than 64 entity declarations")},
+        TDocumentCase{"Entities_64_and_an_external_one", [] { return With_Entity("<!ENTITY e SYSTEM 'x'>"); },
+                      Starts("more than 64 entity declarations")},
+        TDocumentCase{"Entities_64_and_an_external_parameter", [] { return With_Entity("<!ENTITY % p SYSTEM 'x'>"); },
+                      Starts("more than 64 entity declarations")},
+        TDocumentCase{"Entities_64_and_one_that_is_not_parsed",
+                      [] { return With_Entity("<!NOTATION n SYSTEM 'x'><!ENTITY e SYSTEM 'x' NDATA n>"); },
+                      Starts("more than 64 entity declarations")},
         TDocumentCase{"Billion_laughs", [] { return Billion_Laughs(); }, PARSE_ERROR},
         TDocumentCase{"Billion_laughs_in_parameter_entities", [] { return Parameter_Laughs(); }, PARSE_ERROR},
         TDocumentCase{"Large_entity_used_often", [] { return Quadratic_Blowup("<Root>", "</Root>"); }, PARSE_ERROR},

@@ -1,5 +1,7 @@
 #include "tests/faults/faultycalls.h"
 
+#include "tests/faults/devicecache.h"
+
 #include <QFile>
 
 #include <algorithm>
@@ -78,12 +80,46 @@ struct TWatch
     TCallLog* log = nullptr;
     int count = 0;
     bool is_next_write_refused = false;
+    TDeviceCache cache;
 };
 
 /// A plain pointer, so that calls that come before or after all constructors meet it, too.
 TWatch* g_watch = nullptr;
 
 bool g_reserves_room = true;
+bool g_reads_half = false;
+
+/// What the watching itself calls is not watched and leaves `errno` to the watched call.
+class TUnwatched
+{
+public:
+    TUnwatched() = default;
+    ~TUnwatched()
+    {
+        g_watch = d_watch;
+        errno = d_code;
+    }
+    Q_DISABLE_COPY(TUnwatched)
+
+    TDeviceCache* Cache() const { return &d_watch->cache; }
+
+private:
+    int d_code = errno;
+    TWatch* d_watch = std::exchange(g_watch, nullptr);
+};
+
+qint64 Size_Of(int file)
+{
+    const TUnwatched unwatched;
+    struct stat status = {};
+    return fstat(file, &status) == 0 ? status.st_size : 0;
+}
+
+qint64 Place_In(int file)
+{
+    const TUnwatched unwatched;
+    return lseek(file, 0, SEEK_CUR);
+}
 
 bool Is_Below(const QByteArray& path)
 {
@@ -172,11 +208,36 @@ size_t Taken_Size(TFault::TKind kind, size_t size)
     return kind == TFault::SHORT || kind == TFault::SHORT_THEN_FAILURE ? Half(size) : size;
 }
 
-/// `act` writes as many of its bytes as it is told.
+/// Where no fault comes the kernel is to see no other calls than those of the save.
+bool Has_Cache()
+{
+    return g_watch->fault.kind != TFault::NONE;
+}
+
+/// `act` writes at `offset` and returns how many bytes.
 template <typename TAct>
-ssize_t Watched_Write(int descriptor, size_t size, TAct act)
+ssize_t Cached_Write(int file, qint64 offset, TAct act)
+{
+    const qint64 old_size = Size_Of(file);
+    const ssize_t count = act();
+
+    if (count > 0) {
+        const TUnwatched unwatched;
+        unwatched.Cache()->Add_Bytes(file, offset, old_size);
+    }
+    return count;
+}
+
+/// `write` writes as many of its bytes as it is told, at `offset` or, if that is negative, at the file's own place.
+template <typename TAct>
+ssize_t Watched_Write(int descriptor, size_t size, qint64 offset, TAct write)
 {
     const TFault& fault = g_watch->fault;
+    const auto act = [&](size_t part) -> ssize_t {
+        return Has_Cache()
+                   ? Cached_Write(descriptor, offset < 0 ? Place_In(descriptor) : offset, [&] { return write(part); })
+                   : write(part);
+    };
     const bool is_refused = std::exchange(g_watch->is_next_write_refused, false);
 
     return Watched<ssize_t>("write", TEffect::Takes_Room, Path_Of(descriptor), -1, [&]() -> ssize_t {
@@ -227,7 +288,7 @@ mode_t Mode_Argument(int flags, va_list arguments)
 }
 
 template <typename TAct>
-int Watched_Reservation(int file, TAct act)
+int Watched_Reservation(int file, qint64 end, TAct act)
 {
     const auto reserve = [&] {
         if (g_reserves_room) {
@@ -236,15 +297,53 @@ int Watched_Reservation(int file, TAct act)
         errno = EOPNOTSUPP;
         return -1;
     };
-    return Is_Watched(file) ? Watched("allocate", TEffect::Takes_Room, Path_Of(file), -1, reserve) : reserve();
+    if (!Is_Watched(file)) {
+        return reserve();
+    }
+    const int result = Watched("allocate", TEffect::Takes_Room, Path_Of(file), -1, reserve);
+    if (result == 0 && Has_Cache()) {
+        const TUnwatched unwatched;
+        unwatched.Cache()->Add_Room(file, end);
+    }
+    return result;
 }
 
-/// What is written under faults need not outlive the machine, and waiting for the disk takes most of a save.
+/// What a sync loses that fails with the code. One that was interrupted has brought nothing to the disk yet and keeps
+/// it all.
+void Lose(int file, int code)
+{
+    const TUnwatched unwatched;
+    if (Refuses_Only_Room(code)) {
+        unwatched.Cache()->Lose_Beyond_Room(file);
+    } else if (code != EINTR) {
+        unwatched.Cache()->Lose(file);
+    }
+}
+
+/// What is written under faults need not outlive the machine, and waiting for the disk takes most of a save. But what a
+/// sync fails to bring there is gone, so that who takes no notice of the failure is left with a file that is cut.
 template <typename TAct>
 int Watched_Sync(int file, TAct act)
 {
-    return Watched("sync", TEffect::Takes_Room, Path_Of(file), -1,
-                   [&] { return g_watch->fault.kind == TFault::NONE ? act(file) : 0; });
+    const int result =
+        Watched("sync", TEffect::Takes_Room, Path_Of(file), -1, [&] { return Has_Cache() ? 0 : act(file); });
+    if (result != 0) {
+        Lose(file, errno);
+    } else if (Has_Cache()) {
+        const TUnwatched unwatched;
+        unwatched.Cache()->Sync(file);
+    }
+    return result;
+}
+
+/// How much of a file that becomes shorter can still be read at its place.
+size_t Readable_Size(int file, size_t size)
+{
+    if (!g_reads_half) {
+        return size;
+    }
+    const qint64 rest = std::max<qint64>(Size_Of(file) / 2 - Place_In(file), 0);
+    return std::min(size, static_cast<size_t>(rest));
 }
 
 } // namespace
@@ -252,7 +351,7 @@ int Watched_Sync(int file, TAct act)
 void Watch_Calls(const QString& folder, const TFault& fault, TCallLog* log)
 {
     static TWatch watch;
-    watch = {QFile::encodeName(folder), fault, log, 0, false};
+    watch = {QFile::encodeName(folder), fault, log, 0, false, {}};
     log->Clear();
     g_watch = &watch;
 }
@@ -265,6 +364,11 @@ void Watch_No_Calls()
 void Reserve_No_Room()
 {
     g_reserves_room = false;
+}
+
+void Read_Only_Half()
+{
+    g_reads_half = true;
 }
 
 TFullDisk::TFullDisk(const QString& folder)
@@ -370,21 +474,22 @@ WATCH(int, creat64, "create", Takes_Room, (const char* path, mode_t mode), (path
 ssize_t write(int file, const void* bytes, size_t size)
 {
     const auto act = [=](size_t part) { return NEXT(write)(file, bytes, part); };
-    return Is_Watched(file) ? Watched_Write(file, size, act) : act(size);
+    return Is_Watched(file) ? Watched_Write(file, size, -1, act) : act(size);
 }
 
 ssize_t pwrite(int file, const void* bytes, size_t size, off_t offset)
 {
     const auto act = [=](size_t part) { return NEXT(pwrite)(file, bytes, part, offset); };
-    return Is_Watched(file) ? Watched_Write(file, size, act) : act(size);
+    return Is_Watched(file) ? Watched_Write(file, size, offset, act) : act(size);
 }
 
 ssize_t pwrite64(int file, const void* bytes, size_t size, off64_t offset)
 {
     const auto act = [=](size_t part) { return NEXT(pwrite64)(file, bytes, part, offset); };
-    return Is_Watched(file) ? Watched_Write(file, size, act) : act(size);
+    return Is_Watched(file) ? Watched_Write(file, size, offset, act) : act(size);
 }
 
+// No save writes by these two; what they wrote no sync could lose.
 WATCH(ssize_t, writev, "write", Takes_Room, (int file, const struct iovec* parts, int count), (file, parts, count), file, )
 WATCH(ssize_t, sendfile, "write", Takes_Room, (int file, int from, off_t* offset, size_t size),
       (file, from, offset, size), file, noexcept)
@@ -420,18 +525,26 @@ int close(int file)
     return result;
 }
 
-WATCH(ssize_t, read, "read", Reads, (int file, void* bytes, size_t size), (file, bytes, size), file, )
+ssize_t read(int file, void* bytes, size_t size)
+{
+    if (!Is_Watched(file)) {
+        return NEXT(read)(file, bytes, size);
+    }
+    return Watched<ssize_t>("read", TEffect::Reads, Path_Of(file), -1,
+                            [=] { return NEXT(read)(file, bytes, Readable_Size(file, size)); });
+}
+
 WATCH(off_t, lseek, "seek", Reads, (int file, off_t offset, int from), (file, offset, from), file, noexcept)
 WATCH(off64_t, lseek64, "seek", Reads, (int file, off64_t offset, int from), (file, offset, from), file, noexcept)
 
 int fallocate(int file, int mode, off_t offset, off_t size)
 {
-    return Watched_Reservation(file, [=] { return NEXT(fallocate)(file, mode, offset, size); });
+    return Watched_Reservation(file, offset + size, [=] { return NEXT(fallocate)(file, mode, offset, size); });
 }
 
 int fallocate64(int file, int mode, off64_t offset, off64_t size)
 {
-    return Watched_Reservation(file, [=] { return NEXT(fallocate64)(file, mode, offset, size); });
+    return Watched_Reservation(file, offset + size, [=] { return NEXT(fallocate64)(file, mode, offset, size); });
 }
 
 WATCH(int, ftruncate, "truncate", Gives_Back, (int file, off_t size), (file, size), file, noexcept)

@@ -8,7 +8,8 @@
 
 /// Stands between the program that it is linked into and the C library: every call by which files are saved passes
 /// here, and one of those that concern files below a watched folder can be made to fail, to write less than it was
-/// given, or to be the process's last. As long as nothing is watched all calls pass as they are.
+/// given, or to be the process's last. A sync that fails loses what the file had not brought to the disk before. As
+/// long as nothing is watched all calls pass as they are.
 
 /// What happens at one of the watched calls.
 struct TFault
@@ -70,6 +71,9 @@ void Watch_No_Calls();
 
 /// From now on no file system of this process reserves room for a file.
 void Reserve_No_Room();
+
+/// From now on no watched file of this process is read beyond its half, as if another one had cut it meanwhile.
+void Read_Only_Half();
 
 /// As long as it lives, nothing that takes room succeeds below a folder.
 class TFullDisk

@@ -1,6 +1,7 @@
 #include "tests/faults/faultycalls.h"
 #include "tests/faults/savedfile.h"
 #include "tests/faults/saveplace.h"
+#include "tests/support/childprocess.h"
 #include "tests/support/qtprinters.h"
 
 #include <QRegularExpression>
@@ -33,6 +34,7 @@ const TFaultRow FAULTS[] = {
     {"no space", TFault::FAILURE, ENOSPC},
     {"I/O error", TFault::FAILURE, EIO},
     {"quota", TFault::FAILURE, EDQUOT},
+    {"interrupted", TFault::FAILURE, EINTR},
     {"not supported", TFault::FAILURE, ENOSYS},
     {"no space from there on", TFault::FAILURE_FROM_THERE, ENOSPC},
     {"I/O error from there on", TFault::FAILURE_FROM_THERE, EIO},
@@ -50,6 +52,20 @@ bool Is_For_Writes(TFault::TKind kind)
 {
     return kind == TFault::EMPTY || kind == TFault::SHORT || kind == TFault::SHORT_THEN_FAILURE ||
            kind == TFault::KILL_MIDWAY;
+}
+
+/// Whether a signal may interrupt the call, which then fails with EINTR. A close has closed all the same.
+bool Can_Be_Interrupted(const QString& call)
+{
+    static const QRegularExpression CALLS(
+        "^(open|create|read|write|sync|close|allocate|truncate|chmod|chown|opendir|closedir) ");
+    return call.contains(CALLS);
+}
+
+bool Can_Come(const TFaultRow& row, const QString& call)
+{
+    const bool is_for_call = !Is_For_Writes(row.kind) || call.startsWith("write ");
+    return is_for_call && (row.code != EINTR || Can_Be_Interrupted(call));
 }
 
 bool Kills(TFault::TKind kind)
@@ -147,7 +163,8 @@ protected:
 
     static bool Is_Taken(const TFaultRow& row)
     {
-        const bool is_repetition = row.code == EDQUOT || (row.kind == TFault::FAILURE && row.code != ENOSPC);
+        const bool is_repetition =
+            row.code == EDQUOT || (row.kind == TFault::FAILURE && row.code != ENOSPC && row.code != EINTR);
         return Is_Long_Run() || std::get<TFileKind>(GetParam()) != TFileKind::PDF || !is_repetition;
     }
 
@@ -155,7 +172,7 @@ protected:
     {
         TTally tally;
         for (int index = 0; index < calls.size(); ++index) {
-            if (!Is_For_Writes(row.kind) || calls.at(index).startsWith("write ")) {
+            if (Can_Come(row, calls.at(index))) {
                 SCOPED_TRACE(std::string(row.name) + " at call " + std::to_string(index) + ", " +
                              calls.at(index).toStdString());
                 Check({row.kind, index, row.code}, calls.at(index), &tally);
@@ -173,6 +190,40 @@ void Print(const char* name, const TTally& tally)
 {
     std::printf("%-24s %6d %6d %8d %7d %8d %13d %16d %7d\n", name, tally.runs, tally.saved, tally.refused, tally.killed,
                 tally.damaged, tally.cut_in_place, tally.false_successes, tally.strays);
+}
+
+/// What the user is told where a file was opened but not written.
+QString Refusal(TFileKind kind, const TSavePlace& place, const QString& reason)
+{
+    return kind == TFileKind::PDF ? reason
+                                  : QString("ERR:  Cannot write file '%1'.  Reason: %2").arg(place.Target(), reason);
+}
+
+/// The families of the calls of a save that nothing hinders.
+QStringList Families(const TSavePlace& place, const TSavedFile& file)
+{
+    TCallLog log;
+    place.Set_Up();
+    EXPECT_EQ(place.Save(file, [&] { Watch_Calls(place.Folder(), TFault(), &log); }), TReport::Saved);
+    return log.Calls().replaceInStrings(QRegularExpression(" .*"), "");
+}
+
+/// What the user is told of a save with a fault.
+QString Told(const TSavePlace& place, const TSavedFile& file, const TFault& fault, void (*prepare)() = nullptr)
+{
+    TCallLog log;
+    place.Set_Up();
+    const QString told = In_Child([&] {
+        if (prepare != nullptr) {
+            prepare();
+        }
+        Watch_Calls(place.Folder(), fault, &log);
+        const QString text = file.Save(place.Target());
+        Watch_No_Calls();
+        return text;
+    });
+    EXPECT_TRUE(log.Is_Met());
+    return told;
 }
 
 } // namespace
@@ -228,3 +279,61 @@ TEST(TSaveInPlace, Leaves_the_old_file_whole_where_nothing_can_be_written_any_mo
 
     EXPECT_EQ(place.Found(file), TFound::Old);
 }
+
+TEST(TSaveInPlace, Goes_on_after_an_interrupted_write)
+{
+    const TSavedFile file(TFileKind::CSV, 2, COMPONENTS);
+    const TSavePlace place(TScene::A_File_Of_Two_Names);
+    const int write = Families(place, file).indexOf("write");
+
+    EXPECT_EQ(Told(place, file, {TFault::FAILURE, write, EINTR}), "");
+
+    EXPECT_EQ(place.Found(file), TFound::New);
+}
+
+// Where there is no room for the new bytes none of the old ones may be touched.
+TEST(TSaveInPlace, Is_refused_where_its_room_is_lost_on_the_way_to_the_disk)
+{
+    const TSavedFile file(TFileKind::CSV, 2, COMPONENTS);
+    const TSavePlace place(TScene::A_Shared_File);
+    const int sync = Families(place, file).indexOf("sync");
+
+    EXPECT_EQ(Told(place, file, {TFault::FAILURE, sync, ENOSPC}, Reserve_No_Room),
+              Refusal(TFileKind::CSV, place, "No space left on device"));
+
+    EXPECT_EQ(place.Found(file), TFound::Old);
+}
+
+// Half of the old bytes in front of the new ones would be neither file.
+TEST(TSaveInPlace, Leaves_the_new_file_whole_where_the_old_one_cannot_be_read_to_its_end)
+{
+    const TSavedFile file(TFileKind::CSV, 2, COMPONENTS);
+    const TSavePlace place(TScene::A_File_Of_Two_Names);
+    const int truncate = Families(place, file).indexOf("truncate");
+
+    EXPECT_EQ(Told(place, file, {TFault::FAILURE, truncate, EIO}, Read_Only_Half),
+              Refusal(TFileKind::CSV, place, "Input/output error"));
+
+    EXPECT_EQ(place.Found(file), TFound::New);
+}
+
+class TEmptyWrite : public ::testing::TestWithParam<TSaveCase>
+{};
+
+// Such a write leaves no error of its own, but an earlier call may have left one.
+TEST_P(TEmptyWrite, Is_told_as_a_failure_of_the_device)
+{
+    const auto [kind, scene] = GetParam();
+    const TSavedFile file(kind, 2, COMPONENTS);
+    const TSavePlace place(scene);
+    const int write = Families(place, file).lastIndexOf("write"); // the earlier ones are the printer's
+
+    EXPECT_EQ(Told(place, file, {TFault::EMPTY, write, 0}), Refusal(kind, place, "Input/output error"));
+
+    EXPECT_EQ(place.Found(file), TFound::Old);
+}
+
+INSTANTIATE_TEST_SUITE_P(Every, TEmptyWrite,
+                         ::testing::Combine(::testing::Values(TFileKind::Budget, TFileKind::CSV, TFileKind::PDF),
+                                            ::testing::Values(TScene::A_File, TScene::A_File_Of_Two_Names)),
+                         [](const auto& row) { return Name_Of(row.param); });

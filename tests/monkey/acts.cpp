@@ -3,11 +3,13 @@
 #include "core/numberedit.h"
 #include "tests/monkey/files.h"
 #include "tests/monkey/journal.h"
+#include "tests/monkey/memory.h"
 #include "tests/monkey/random.h"
 #include "tests/monkey/texts.h"
 #include "tests/monkey/userinput.h"
 #include "tests/monkey/widgets.h"
 #include "tests/support/guiacts.h"
+#include "tests/support/numberfields.h"
 
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
@@ -28,6 +30,7 @@
 namespace {
 
 const int RESTART_PERCENT = 10;
+const int MOST_MEMBERS = 4;
 
 struct TKey
 {
@@ -86,8 +89,8 @@ QString Place_Text(const QWidget* widget, const QPoint& place)
 
 } // namespace
 
-TActs::TActs(QMainWindow* window, TRandom* random, const TFiles* files)
-    : d_window(window), d_random(random), d_files(files)
+TActs::TActs(QMainWindow* window, TRandom* random, const TFiles* files, TMemory* memory)
+    : d_window(window), d_random(random), d_files(files), d_memory(memory)
 {}
 
 void TActs::Do_One()
@@ -97,7 +100,8 @@ void TActs::Do_One()
         {14, &TActs::Press_Key}, {4, &TActs::Press_Shortcut}, {5, &TActs::Turn_Page},
         {5, &TActs::Drag},       {10, &TActs::Fill_Field},    {5, &TActs::Type},
         {3, &TActs::Paste},      {6, &TActs::Rename},         {7, &TActs::Add},
-        {1, &TActs::Drop_Files}, {1, &TActs::Close}};
+        {3, &TActs::Gather},     {4, &TActs::Choose_Group},   {1, &TActs::Drop_Files},
+        {1, &TActs::Close}};
     static const int WEIGHTS =
         std::accumulate(ACTS.begin(), ACTS.end(), 0, [](int sum, const TAct& act) { return sum + act.weight; });
 
@@ -193,6 +197,7 @@ void TActs::Drop(const QStringList& paths, QWidget* target)
     QDragEnterEvent enter(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(target, &enter);
     if (enter.isAccepted()) {
+        d_memory->File_May_Be_Opened();
         QDropEvent drop(place, Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
         QApplication::sendEvent(target, &drop);
     }
@@ -284,7 +289,17 @@ QString TActs::Fitting_Text(const QWidget* field) const
     if (d_random->Chance(5)) {
         return Random_Text(d_random);
     }
-    return qobject_cast<const TNumberEdit*>(field) != nullptr ? Random_Number(d_random) : Random_Expression(d_random);
+    return qobject_cast<const TNumberEdit*>(field) != nullptr ? Fitting_Number(field) : Random_Expression(d_random);
+}
+
+// Mostly one that the file keeps whole: with others the values of a report cannot be looked at.
+QString TActs::Fitting_Number(const QWidget* field) const
+{
+    QString number = Random_Number(d_random);
+    while (Number_Fields::Is_Too_Fine(field->objectName(), number) && !d_random->Chance(2)) {
+        number = Random_Number(d_random);
+    }
+    return number;
 }
 
 bool TActs::Rename()
@@ -341,6 +356,42 @@ bool TActs::Add()
     QToolButton* button = d_random->Pick(buttons);
     Journal::Note("press " + Widget_Name(button));
     User_Input::Click(button, button->rect().center());
+    return true;
+}
+
+// Members for a group, which otherwise has none that are still there.
+bool TActs::Gather()
+{
+    auto* groups = Child<QAbstractItemView>(d_window, "group_list");
+    auto* members = Child<QAbstractItemView>(d_window, "component_list");
+
+    Journal::Note("gather members");
+    User_Input::Press(d_window, Qt::Key_G, Qt::AltModifier);
+    const QModelIndex group = Random_Entry(groups, d_random);
+    if (!groups->isVisible() || !group.isValid()) {
+        return false;
+    }
+    Select(groups, group);
+    for (int click = 1 + d_random->Below(MOST_MEMBERS); click > 0 && members->isEnabled(); --click) {
+        const QModelIndex member = Random_Entry(members, d_random);
+        if (member.isValid()) {
+            Select(members, member);
+        }
+    }
+    return true;
+}
+
+// The list that opens gets its answer with other lists.
+bool TActs::Choose_Group()
+{
+    auto* box = Child<QWidget>(d_window, "report_group");
+
+    Journal::Note("choose a group");
+    User_Input::Press(d_window, Qt::Key_R, Qt::AltModifier);
+    if (!box->isVisible()) {
+        return false;
+    }
+    User_Input::Click(box, box->rect().center());
     return true;
 }
 

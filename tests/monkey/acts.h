@@ -8,6 +8,7 @@ class QModelIndex;
 class QPoint;
 class QWidget;
 class TFiles;
+class TMemory;
 class TRandom;
 
 /// The acts of the monkey on a window: each is one that a user can do, at a place and with texts that chance chooses.
@@ -15,7 +16,7 @@ class TActs
 {
 public:
     /// Keeps all of them.
-    TActs(QMainWindow* window, TRandom* random, const TFiles* files);
+    TActs(QMainWindow* window, TRandom* random, const TFiles* files, TMemory* memory);
 
     /// Does one act. It may leave a menu or a list open.
     void Do_One();
@@ -48,6 +49,8 @@ private:
     bool Paste();
     bool Rename();
     bool Add();
+    bool Gather();
+    bool Choose_Group();
     bool Drop_Files();
     bool Close();
 
@@ -55,9 +58,11 @@ private:
     QPoint Random_Place(QWidget* widget) const;
     void End_Entering();
     QString Fitting_Text(const QWidget* field) const;
+    QString Fitting_Number(const QWidget* field) const;
     void Drop(const QStringList& paths, QWidget* target);
 
     QMainWindow* d_window;
     TRandom* d_random;
     const TFiles* d_files;
+    TMemory* d_memory;
 };

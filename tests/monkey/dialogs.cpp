@@ -3,6 +3,7 @@
 #include "src/namedialog.h"
 #include "tests/monkey/files.h"
 #include "tests/monkey/journal.h"
+#include "tests/monkey/memory.h"
 #include "tests/monkey/random.h"
 #include "tests/monkey/texts.h"
 #include "tests/monkey/userinput.h"
@@ -71,7 +72,8 @@ QAbstractButton* File_Button(const QFileDialog* dialog, QDialogButtonBox::Button
 
 } // namespace
 
-TDialogs::TDialogs(TRandom* random, const TFiles* files) : d_random(random), d_files(files)
+TDialogs::TDialogs(TRandom* random, const TFiles* files, TMemory* memory)
+    : d_random(random), d_files(files), d_memory(memory)
 {
     Schedule_Poll();
 }
@@ -200,18 +202,24 @@ void TDialogs::Answer_Message(QMessageBox* box)
     QAbstractButton* yes = box->button(QMessageBox::Yes);
 
     if (yes != nullptr && (!d_chosen_path.isEmpty() || choice < 40)) {
-        Journal::Note("Yes");
-        User_Input::Click(yes, yes->rect().center());
+        Press_Button(box, yes);
     } else if (choice < 80 && !buttons.isEmpty()) {
-        QAbstractButton* button = d_random->Pick(buttons);
-        Journal::Note("button " + button->text());
-        User_Input::Click(button, button->rect().center());
+        Press_Button(box, d_random->Pick(buttons));
     } else if (choice < 90) {
         End_By_Key(box, Qt::Key_Escape);
     } else {
         Journal::Note("question closed");
         box->close();
     }
+}
+
+void TDialogs::Press_Button(QMessageBox* box, QAbstractButton* button)
+{
+    Journal::Note("button " + button->text());
+    if (button == box->button(QMessageBox::Yes) && box->informativeText().contains("will be lost")) {
+        d_memory->Loss_Confirmed();
+    }
+    User_Input::Click(button, button->rect().center());
 }
 
 void TDialogs::Answer_File(QFileDialog* dialog)
@@ -224,6 +232,9 @@ void TDialogs::Answer_File(QFileDialog* dialog)
         Journal::Note("no file");
         User_Input::Click(File_Button(dialog, QDialogButtonBox::RejectRole), QPoint(5, 5));
         return;
+    }
+    if (dialog->acceptMode() == QFileDialog::AcceptOpen) {
+        d_memory->File_May_Be_Opened();
     }
     edit->setCompleter(nullptr); // Its list would lie over the buttons.
     Paste_Text(edit, path);

@@ -5,6 +5,7 @@
 
 #include <vector>
 
+class QAbstractButton;
 class QCalendarWidget;
 class QDialog;
 class QFileDialog;
@@ -12,6 +13,7 @@ class QMenu;
 class QMessageBox;
 class QWidget;
 class TFiles;
+class TMemory;
 class TNameDialog;
 class TRandom;
 
@@ -20,8 +22,8 @@ class TRandom;
 class TDialogs : public QObject
 {
 public:
-    /// Keeps both.
-    TDialogs(TRandom* random, const TFiles* files);
+    /// Keeps all of them. The memory learns which losses are confirmed and that files are opened.
+    TDialogs(TRandom* random, const TFiles* files, TMemory* memory);
 
     /// The file dialogs that open now get this path, questions are answered by Yes.
     void Choose_File(const QString& path);
@@ -39,6 +41,7 @@ private:
     void Answer_Once(QWidget* widget);
     void Answer_Name(TNameDialog* dialog);
     void Answer_Message(QMessageBox* box);
+    void Press_Button(QMessageBox* box, QAbstractButton* button);
     void Answer_File(QFileDialog* dialog);
     void Answer_Menu(QMenu* menu);
     void Answer_Calendar(QCalendarWidget* calendar);
@@ -47,6 +50,7 @@ private:
 
     TRandom* d_random;
     const TFiles* d_files;
+    TMemory* d_memory;
     QString d_chosen_path;
     std::vector<QPointer<QWidget>> d_in_hand;
 

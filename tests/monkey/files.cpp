@@ -3,8 +3,10 @@
 #include "tests/support/componentpages.h"
 #include "tests/support/randombudget.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 namespace {
 
@@ -95,6 +97,15 @@ QString TFiles::Random_Path(TRandom* random) const
                                       "report.pdf",
                                       "%1"};
     return Path(random->Pick(NAMES));
+}
+
+QHash<QString, qint64> TFiles::Times() const
+{
+    QHash<QString, qint64> times;
+    for (const QFileInfo& file : QDir(d_folder.path()).entryInfoList(QDir::Files)) {
+        times.insert(file.filePath(), file.lastModified().toMSecsSinceEpoch());
+    }
+    return times;
 }
 
 QString TFiles::Name(const QString& path) const

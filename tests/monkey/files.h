@@ -2,6 +2,7 @@
 
 #include "tests/monkey/random.h"
 
+#include <QHash>
 #include <QString>
 #include <QTemporaryDir>
 
@@ -19,6 +20,9 @@ public:
 
     /// A file or folder of the set, or one that does not exist; always inside the folder.
     QString Random_Path(TRandom* random) const;
+
+    /// When each file of the folder was written, by its path.
+    QHash<QString, qint64> Times() const;
 
     /// Shorter, for the journal: without the folder.
     QString Name(const QString& path) const;

@@ -2,16 +2,19 @@
 
 #include "src/norvexaeditor.h"
 #include "tests/monkey/acts.h"
-#include "tests/monkey/consistency.h"
 #include "tests/monkey/dialogs.h"
 #include "tests/monkey/files.h"
 #include "tests/monkey/journal.h"
+#include "tests/monkey/memory.h"
+#include "tests/monkey/reportconsistency.h"
+#include "tests/monkey/reportpage.h"
+#include "tests/monkey/reporttwin.h"
 #include "tests/monkey/userinput.h"
+#include "tests/support/consistency.h"
 #include "tests/support/guiacts.h"
 
 #include <QAction>
 #include <QApplication>
-#include <QComboBox>
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
@@ -22,7 +25,6 @@
 namespace {
 
 const int VARIABLES_PAGE = 1;
-const int REPORT_PAGE = 3;
 
 QAction* Entry_Named(const QList<QAction*>& actions, const QString& text)
 {
@@ -61,14 +63,14 @@ QStringList Difference(const QString& what, const QStringList& actual, const QSt
 
 } // namespace
 
-TInspection::TInspection(QMainWindow* window, TDialogs* dialogs, const TFiles* files)
-    : d_window(window), d_dialogs(dialogs), d_files(files), d_path(files->Path("inspected.norvexa")),
+TInspection::TInspection(QMainWindow* window, TDialogs* dialogs, const TFiles* files, TMemory* memory)
+    : d_window(window), d_dialogs(dialogs), d_files(files), d_memory(memory), d_path(files->Path("inspected.norvexa")),
       d_page(Child<QTabWidget>(window, "pages")->currentIndex())
 {}
 
 bool TInspection::Save()
 {
-    Show_Report();
+    d_has_report = Report_Page::Show_Rows(d_window);
     return Save_As(d_window, d_path);
 }
 
@@ -79,19 +81,11 @@ QStringList TInspection::Findings(bool lists_are_stale)
     if (!error.isEmpty()) {
         return {"not loaded: " + error};
     }
-    const QStringList found =
-        TConsistency(d_window, saved, lists_are_stale).Differences() + Reopened(saved) + Left_Open();
+    const QStringList found = d_memory->Missing_In(saved) +
+                              TConsistency(d_window, saved, lists_are_stale).Differences() +
+                              TReportConsistency(d_window, saved).Differences() + Reopened(saved) + Left_Open();
     Child<QTabWidget>(d_window, "pages")->setCurrentIndex(d_page);
     return found;
-}
-
-// Where a group is chosen, so that what the page shows can be looked at, too.
-void TInspection::Show_Report()
-{
-    if (Child<QComboBox>(d_window, "report_group")->currentIndex() > 0) {
-        Child<QTabWidget>(d_window, "pages")->setCurrentIndex(REPORT_PAGE);
-        User_Input::Settle();
-    }
 }
 
 // A window without changes since its last New offers no saving. Typing does, and the start of the range is not saved.
@@ -122,22 +116,29 @@ bool TInspection::Save_As(QMainWindow* window, const QString& path)
     return QFile::exists(path);
 }
 
-// The file opened in a window of its own and saved from there, where all texts are escaped once more.
+// The file opened in a window of its own.
 QStringList TInspection::Reopened(const TBudget& saved)
 {
-    const QString copy = d_files->Path("reopened.norvexa");
     TNorvexaEditor window;
-    QString error;
 
     User_Input::Make_Timeless(&window);
     Show_Active(&window);
     window.Load_Data(d_path);
-    const bool is_saved = Save_As(&window, copy);
-    const QString log = Child<QPlainTextEdit>(&window, "log")->toPlainText();
+    QStringList found = TReportTwin(d_window, &window).Differences(!d_memory->Has_Fine_Numbers());
+    found += Saved_Again(&window, saved);
     window.hide();
     User_Input::Activate(d_window);
-    if (!is_saved) {
-        return {"not saved again: " + log};
+    return found;
+}
+
+// Saved from the other window, where all texts are escaped once more.
+QStringList TInspection::Saved_Again(QMainWindow* window, const TBudget& saved)
+{
+    const QString copy = d_files->Path("reopened.norvexa");
+    QString error;
+
+    if (!Save_As(window, copy)) {
+        return {"not saved again: " + Child<QPlainTextEdit>(window, "log")->toPlainText()};
     }
     const TBudget saved_again = Loaded_Budget(copy, &error);
     return error.isEmpty() ? Difference("saved again", Description(saved_again), Description(As_Saved(saved)))

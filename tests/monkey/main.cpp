@@ -1,6 +1,7 @@
 #include "core/readablestyle.h"
 #include "tests/monkey/journal.h"
 #include "tests/monkey/monkey.h"
+#include "tests/monkey/warnings.h"
 
 #include <QApplication>
 #include <QCommandLineParser>
@@ -12,23 +13,14 @@
 
 namespace {
 
-// Qt's warnings would drown what the monkey says; a view warns of every entry that cannot be edited.
-void Stay_Silent(QtMsgType type, const QMessageLogContext& /*context*/, const QString& message)
-{
-    if (type == QtFatalMsg) {
-        std::fprintf(stderr, "%s\n", qPrintable(message));
-    }
-}
-
 int Number(const QCommandLineParser& parser, const QString& option)
 {
     return parser.value(option).toInt();
 }
 
-int Report(quint32 seed, int events, const QStringList& findings)
+int Report(quint32 seed, const QStringList& findings)
 {
     if (findings.isEmpty()) {
-        std::printf("seed %u: %d events, nothing wrong\n", seed, events);
         return 0;
     }
     Journal::Write();
@@ -43,9 +35,14 @@ int Play(const QCommandLineParser& parser)
 
     Journal::Start(seed, Number(parser, "from"));
     try {
-        return Report(seed, events, TMonkey(seed).Play(events, std::max(1, Number(parser, "look"))));
+        TMonkey monkey(seed);
+        const QStringList findings = monkey.Play(events, std::max(1, Number(parser, "look")));
+        if (findings.isEmpty()) {
+            std::printf("seed %u: %d events, nothing wrong in %s\n", seed, events, qPrintable(monkey.Seen()));
+        }
+        return Report(seed, findings);
     } catch (const std::exception& error) {
-        return Report(seed, events, QStringList(error.what()));
+        return Report(seed, QStringList(error.what()));
     }
 }
 
@@ -59,7 +56,7 @@ int main(int argc, char* argv[])
     qunsetenv("XDG_CONFIG_HOME");
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
-    qInstallMessageHandler(Stay_Silent);
+    Warnings::Catch();
 
     const QApplication application(argc, argv);
     QApplication::setStyle(new TReadableStyle);

@@ -4,6 +4,7 @@
 #include "tests/monkey/inspection.h"
 #include "tests/monkey/journal.h"
 #include "tests/monkey/userinput.h"
+#include "tests/monkey/warnings.h"
 #include "tests/support/guiacts.h"
 
 #include <QListWidget>
@@ -17,6 +18,7 @@ namespace {
 const int MOST_COMPONENTS = 15;
 const int MOST_TREE_ENTRIES = 80;
 const int MOST_OTHERS = 30;
+const int EVENTS_THAT_SHOW_ALL = 1000;
 
 int Entry_Count(const QTreeWidgetItem* entry)
 {
@@ -29,7 +31,7 @@ int Entry_Count(const QTreeWidgetItem* entry)
 
 } // namespace
 
-TMonkey::TMonkey(quint32 seed) : d_random(seed), d_dialogs(&d_random, &d_files)
+TMonkey::TMonkey(quint32 seed) : d_random(seed), d_memory(&d_files), d_dialogs(&d_random, &d_files, &d_memory)
 {
     User_Input::Make_Timeless();
 }
@@ -38,18 +40,47 @@ QStringList TMonkey::Play(int events, int events_between_looks)
 {
     for (int event = 1; event <= events; ++event) {
         Journal::Begin(event);
+        d_memory.Begin_Event();
         Do_Event();
         Keep_It_Small();
+        QStringList findings = d_memory.End_Event();
         if (event % events_between_looks == 0 || event == events) {
-            const QStringList findings = Look();
-            if (!findings.isEmpty()) {
-                return findings;
-            }
+            findings += Look();
+        }
+        findings += Warnings::Take();
+        if (!findings.isEmpty()) {
+            return findings;
         }
     }
     d_window.reset();
     Journal::Rest();
-    return {};
+    return Unseen(events);
+}
+
+QString TMonkey::Seen() const
+{
+    return QString("%1 reports, %2 of them with values, %3 edits")
+        .arg(d_reports_seen)
+        .arg(d_values_seen)
+        .arg(d_memory.Found());
+}
+
+// A run of some length that never had anything to look at proves nothing.
+QStringList TMonkey::Unseen(int events) const
+{
+    QStringList unseen;
+    if (events >= EVENTS_THAT_SHOW_ALL) {
+        if (d_reports_seen == 0) {
+            unseen << "never a report with rows";
+        }
+        if (d_values_seen == 0) {
+            unseen << "never a report with values to compare";
+        }
+        if (d_memory.Found() == 0) {
+            unseen << "never an edit in a saved budget";
+        }
+    }
+    return unseen;
 }
 
 void TMonkey::Open_Window()
@@ -64,6 +95,7 @@ void TMonkey::Open_Window()
     QObject::connect(Child<QListWidget>(d_window.get(), "component_list")->model(), &QAbstractItemModel::modelReset,
                      d_window.get(), [this]() { d_lists_are_stale = false; });
     d_lists_are_stale = false;
+    d_memory.Watch(d_window.get());
 }
 
 void TMonkey::Do_Event()
@@ -74,7 +106,7 @@ void TMonkey::Do_Event()
     } else if (Is_Empty() && d_random.Chance(10)) {
         Open_Budget();
     } else {
-        TActs(d_window.get(), &d_random, &d_files).Do_One();
+        TActs(d_window.get(), &d_random, &d_files, &d_memory).Do_One();
     }
     Finish_Event();
 }
@@ -90,7 +122,7 @@ void TMonkey::Open_Budget()
     static const QStringList NAMES = {"workshop.norvexa",  "workshop.norvexa", "sample.norvexa", "sample.norvexa",
                                       "namesakes.norvexa", "odd1.norvexa",     "odd2.norvexa",   "odd3.norvexa"};
 
-    TActs(d_window.get(), &d_random, &d_files).Drop(d_files.Path(d_random.Pick(NAMES)));
+    TActs(d_window.get(), &d_random, &d_files, &d_memory).Drop(d_files.Path(d_random.Pick(NAMES)));
 }
 
 void TMonkey::Finish_Event()
@@ -115,7 +147,7 @@ void TMonkey::Keep_It_Small()
         Remove_Components();
         Finish_Event();
     } else if (others > MOST_OTHERS) {
-        TActs(d_window.get(), &d_random, &d_files).Drop(d_files.Path("sample.norvexa"));
+        TActs(d_window.get(), &d_random, &d_files, &d_memory).Drop(d_files.Path("sample.norvexa"));
         Finish_Event();
     }
 }
@@ -123,7 +155,7 @@ void TMonkey::Keep_It_Small()
 // All but the first few. The question may be answered by No; then there is a next time.
 void TMonkey::Remove_Components()
 {
-    TActs acts(d_window.get(), &d_random, &d_files);
+    TActs acts(d_window.get(), &d_random, &d_files, &d_memory);
     auto* tree = Child<QTreeWidget>(d_window.get(), "budget_tree");
     auto* button = Child<QToolButton>(d_window.get(), "remove_budget_item");
     const QTreeWidgetItem* root = tree->topLevelItem(0);
@@ -142,11 +174,13 @@ QStringList TMonkey::Look()
     if (!d_window->isVisible()) {
         return {};
     }
-    TInspection inspection(d_window.get(), &d_dialogs, &d_files);
+    TInspection inspection(d_window.get(), &d_dialogs, &d_files, &d_memory);
     if (!inspection.Save()) {
         return {"not saved: " + Child<QPlainTextEdit>(d_window.get(), "log")->toPlainText()};
     }
     const QStringList findings = inspection.Findings(d_lists_are_stale);
+    d_reports_seen += inspection.Has_Report() ? 1 : 0;
+    d_values_seen += inspection.Has_Report() && !d_memory.Has_Fine_Numbers() ? 1 : 0;
     d_files.Restore();
     return findings;
 }

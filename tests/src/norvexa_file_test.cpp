@@ -21,6 +21,9 @@
 
 #include <sys/resource.h>
 
+#include <utility>
+#include <vector>
+
 namespace {
 
 QString Golden_File(int version)
@@ -103,6 +106,17 @@ QString Not_Found(const QString& name, const QString& parent)
 QString No_Text(const QString& name)
 {
     return QString("ERR:  Node Text for '%1' is not optional.").arg(name);
+}
+
+std::vector<std::pair<int, QString>> Versions_And_Lists()
+{
+    std::vector<std::pair<int, QString>> rows;
+    for (const int version : {1, 2, 3}) {
+        for (const char* list : {"Components", "Variables", "Report_Groups"}) {
+            rows.emplace_back(version, list);
+        }
+    }
+    return rows;
 }
 
 // Paths below the root, for literals to follow
@@ -237,7 +251,7 @@ TEST_F(TNorvexa_File_Test, Requires_the_gradient_in_version_3)
 
 TEST_F(TNorvexa_File_Test, Refuses_other_versions)
 {
-    for (const char* version : {"0", "4", "-1", "33", "three", "", "3.0"}) {
+    for (const char* version : {"0", "4", "-1", "33", "three", "", "3.0", "0x3"}) {
         d_document.documentElement().setAttribute("File_Version", version);
 
         EXPECT_EQ(Load(), "Norvexa_Data file version not supported") << version;
@@ -417,11 +431,11 @@ TEST_F(TNorvexa_File_Test, Keeps_the_inputs_it_read_before_a_failure)
 
 TEST_F(TNorvexa_File_Test, Keeps_the_former_records_but_no_component_when_their_list_is_missing)
 {
-    for (const char* list : {"Components", "Variables", "Report_Groups"}) {
+    for (const auto& [version, list] : Versions_And_Lists()) {
         TNorvexa document;
         TBudget budget;
         ASSERT_TRUE(document.Load(Golden_File(3), &budget.variables, &budget.groups, &budget.input_data));
-        Parse(Golden_File(3));
+        Parse(Golden_File(version));
         Remove(list);
         Write(d_name, d_document.toByteArray());
 
@@ -429,10 +443,10 @@ TEST_F(TNorvexa_File_Test, Keeps_the_former_records_but_no_component_when_their_
         EXPECT_EQ(document.Last_Error(), Not_Found(list, "Norvexa_Data"));
         budget.components = Components_Of(document);
         TBudget expected = Golden_Budget(0.25);
-        if (QString(list) == "Components") {
+        if (list == "Components") {
             expected.components.clear();
         }
-        EXPECT_EQ(Description(budget), Description(expected)) << list;
+        EXPECT_EQ(Description(budget), Description(expected)) << version << list.toStdString();
     }
 }
 

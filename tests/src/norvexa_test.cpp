@@ -344,6 +344,7 @@ INSTANTIATE_TEST_SUITE_P(
                       TReportableRow{"Other_separator", "Probe + Lobing", false, "component before", "item before"},
                       TReportableRow{"Other_component", "Prope - Lobing", false, "component before", "item before"},
                       TReportableRow{"Other_item", "Probe - Robing", false, "component before", "item before"},
+                      TReportableRow{"More_between", "Probe - old Lobing", false, "component before", "item before"},
                       TReportableRow{"Empty", "", false, "component before", "item before"},
                       TReportableRow{"Unknown", "Unknown", false, "component before", "item before"}),
     Title<TReportableRow>);
@@ -500,6 +501,59 @@ TEST_F(TNorvexaTest, The_first_replacement_entry_of_an_identifier_counts)
     d_budget.Update_Component(laser);
 
     EXPECT_EQ(d_budget.Component_Item_Expression("Laser", "Noise", "A", nullptr), QString("1"));
+}
+
+namespace {
+
+/// Two components of one name, as only a file can hold.
+class TRepeatedComponent : public TNorvexa
+{
+public:
+    TRepeatedComponent()
+    {
+        d_components = {::Component("Laser", UC_MODE_SUM, {::Item("Noise", "1")}),
+                        ::Component("Laser", UC_MODE_SUM, {::Item("Noise", "2"), ::Item("Drift", "3")})};
+    }
+};
+
+/// The component "Laser" with two items "Noise", as only a file can hold.
+TNorvexaData::TComponent Laser_With_Repeated_Item()
+{
+    TNorvexaData::TComponent laser =
+        Component("Laser", TNorvexaData::UC_MODE_SUM, {Item("Noise", "1"), Item("Noise", "2")});
+    laser.items[0].sensitivity = 2.5;
+    return laser;
+}
+
+} // namespace
+
+TEST(TNorvexa, The_first_component_of_a_repeated_name_is_meant)
+{
+    const TRepeatedComponent budget;
+
+    EXPECT_EQ(budget.Enum_Component_Items("Laser"), QStringList("Noise"));
+    EXPECT_EQ(budget.Component_Item_Expression("Laser", "Noise", QString(), nullptr), QString("1"));
+    EXPECT_EQ(budget.Component_Item_Expression("Laser", "Drift", QString(), nullptr), QString());
+}
+
+TEST(TNorvexa, The_first_item_of_a_repeated_name_is_meant)
+{
+    TNorvexa budget;
+    Add(&budget, Laser_With_Repeated_Item());
+
+    EXPECT_EQ(budget.Component_Item_Expression("Laser", "Noise", QString(), nullptr), QString("1"));
+}
+
+TEST(TNorvexa, Update_Component_Item_changes_the_expression_alone_of_the_first_item_of_a_repeated_name)
+{
+    TNorvexa budget;
+    TNorvexaData::TComponent laser = Laser_With_Repeated_Item();
+    Add(&budget, laser);
+
+    EXPECT_TRUE(budget.Update_Component_Item("Laser", "Noise", QString(), "0.9", false));
+
+    laser.items[0].expression = "0.9";
+    EXPECT_EQ(Record_Text(budget.Component(0)), Record_Text(laser));
 }
 
 namespace {

@@ -205,6 +205,26 @@ protected:
         EXPECT_TRUE(QFile::setPermissions(d_folder.path(), look | QFile::WriteOwner));
     }
 
+    /// Exports into a folder that nobody may write.
+    void Export_PDF_Into_A_Locked_Folder(const QString& name)
+    {
+        Make_Locked_Folder();
+        d_answer.Choose_File(Path("locked/" + name));
+        const TPlainUser user;
+        ASSERT_TRUE(user.Is_Plain());
+        Click_Export_PDF();
+    }
+
+    /// Exports over a file that is there, where not a byte is left.
+    void Export_CSV_On_A_Full_Disk(const QString& name)
+    {
+        Write_File(name, "old");
+        d_answer.Choose_File(Path(name));
+        d_answer.Click(QMessageBox::Yes);
+        const TFullDisk disk(d_folder.path());
+        Click_Export_CSV();
+    }
+
     /// What a folder holds, hidden files and folders included.
     QStringList Entries(const QString& folder) const
     {
@@ -932,17 +952,22 @@ TEST_F(TNorvexaEditorExport, Says_that_a_folder_cannot_be_written)
 TEST_F(TNorvexaEditorExport, Says_that_a_device_is_full)
 {
     Show(Probe_Budget());
-    Write_File("full.csv", "old");
-    d_answer.Choose_File(Path("full.csv"));
-    d_answer.Click(QMessageBox::Yes);
-    {
-        const TFullDisk disk(d_folder.path());
-        Click_Export_CSV();
-    }
+
+    Export_CSV_On_A_Full_Disk("full.csv");
 
     EXPECT_EQ(Log_Lines().last(),
               "ERR:  Cannot write file '" + Path("full.csv") + "'.  Reason: No space left on device");
     EXPECT_EQ(Page(), "Log");
+}
+
+TEST_F(TNorvexaEditorExport, Names_a_CSV_file_that_looks_like_a_format_as_it_is)
+{
+    Show(Probe_Budget());
+
+    Export_CSV_On_A_Full_Disk("%2 %1.csv");
+
+    EXPECT_EQ(Log_Lines().last(),
+              "ERR:  Cannot write file '" + Path("%2 %1.csv") + "'.  Reason: No space left on device");
 }
 
 TEST_F(TNorvexaEditorExport, Leaves_no_file_on_a_full_disk)
@@ -1000,18 +1025,23 @@ TEST_F(TNorvexaEditorExport, Makes_a_PDF_beside_its_target)
 TEST_F(TNorvexaEditorExport, Says_that_a_PDF_cannot_be_written)
 {
     Show(Probe_Budget());
-    Make_Locked_Folder();
-    d_answer.Choose_File(Path("locked/export.pdf"));
-    {
-        const TPlainUser user;
-        ASSERT_TRUE(user.Is_Plain());
-        Click_Export_PDF();
-    }
+
+    Export_PDF_Into_A_Locked_Folder("export.pdf");
 
     EXPECT_EQ(Log_Lines().last(),
               "ERR:  Cannot write file '" + Path("locked/export.pdf") + "'.  Reason: Permission denied");
     EXPECT_EQ(Page(), "Log");
     EXPECT_EQ(Entries("locked"), QStringList());
+}
+
+TEST_F(TNorvexaEditorExport, Names_a_PDF_that_looks_like_a_format_as_it_is)
+{
+    Show(Probe_Budget());
+
+    Export_PDF_Into_A_Locked_Folder("%2 %1.pdf");
+
+    EXPECT_EQ(Log_Lines().last(),
+              "ERR:  Cannot write file '" + Path("locked/%2 %1.pdf") + "'.  Reason: Permission denied");
 }
 
 TEST_F(TNorvexaEditorExport, Leaves_no_PDF_on_a_full_disk)

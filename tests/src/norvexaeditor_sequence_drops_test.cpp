@@ -121,14 +121,14 @@ protected:
     {
         EXPECT_EQ(Log(), "");
         EXPECT_EQ(Page(), "Budget Components");
-        EXPECT_EQ(Check(), Model_Of(Workshop_Budget()));
+        EXPECT_EQ(Check_Unchanged(), Model_Of(Workshop_Budget()));
     }
 
     void Expect_Refused(const QString& message)
     {
         EXPECT_EQ(Log(), message);
         EXPECT_EQ(Page(), "Log");
-        EXPECT_EQ(Check(), Model_Of(Workshop_Budget()));
+        EXPECT_EQ(Check_Unchanged(), Model_Of(Workshop_Budget()));
     }
 };
 
@@ -199,7 +199,7 @@ TEST_F(TSequenceDrops, The_same_file_twice_in_a_row_gives_its_budget_once)
     EXPECT_EQ(User_Variables(), QStringList("Bend: Beam"));
     EXPECT_EQ(Groups(), QStringList("Height"));
     EXPECT_EQ(Available_Components(), QStringList("Beam"));
-    EXPECT_EQ(Check(), Model_Of(Other_Budget()));
+    EXPECT_EQ(Check_Unchanged(), Model_Of(Other_Budget()));
 }
 
 TEST_F(TSequenceDrops, A_file_is_not_loaded_when_its_question_is_left_by_Escape_or_closed)
@@ -277,7 +277,7 @@ TEST_F(TSequenceDrops, A_file_is_not_taken_while_the_file_to_save_is_being_named
 
     EXPECT_FALSE(is_taken);
     EXPECT_EQ(State_Of(Read_Budget(Path("saved.norvexa")).document), State_Of(expected.document));
-    EXPECT_EQ(Check(), Model_Of(expected));
+    EXPECT_EQ(Check_Unchanged(), Model_Of(expected));
 }
 
 TEST_F(TSequenceDrops, A_file_let_go_while_a_question_has_opened_under_the_drag_is_not_taken)
@@ -314,7 +314,7 @@ TEST_F(TSequenceDrops, A_file_dropped_on_the_open_cell_of_a_variable_is_loaded)
 
     EXPECT_EQ(Open_Editor<QComboBox>(Variables()), nullptr);
     EXPECT_EQ(User_Variables(), QStringList("Bend: Beam"));
-    EXPECT_EQ(Check(), Model_Of(Other_Budget()));
+    EXPECT_EQ(Check_Unchanged(), Model_Of(Other_Budget()));
 }
 
 TEST_F(TSequenceDrops, A_choice_in_the_open_cell_of_a_variable_is_asked_about_and_kept_after_a_No)
@@ -343,7 +343,7 @@ TEST_F(TSequenceDrops, A_file_dropped_on_the_open_cell_of_the_report_is_loaded)
     EXPECT_TRUE(Drop_Files({Other_File()}, cell));
 
     EXPECT_EQ(Report_Table(), QStringList());
-    EXPECT_EQ(Check(), Model_Of(Other_Budget()));
+    EXPECT_EQ(Check_Unchanged(), Model_Of(Other_Budget()));
 }
 
 TEST_F(TSequenceDrops, A_file_dropped_on_a_name_being_typed_in_the_tree_is_loaded)
@@ -354,7 +354,7 @@ TEST_F(TSequenceDrops, A_file_dropped_on_a_name_being_typed_in_the_tree_is_loade
     EXPECT_TRUE(Drop_Files({Other_File()}, Tree()->viewport()));
 
     EXPECT_EQ(Tree_Text(), "Norvexa Data(Beam())");
-    EXPECT_EQ(Check(), Model_Of(Other_Budget()));
+    EXPECT_EQ(Check_Unchanged(), Model_Of(Other_Budget()));
 }
 
 TEST_F(TSequenceDrops, A_file_dropped_on_the_editor_of_a_tree_entry_is_loaded)
@@ -364,7 +364,7 @@ TEST_F(TSequenceDrops, A_file_dropped_on_the_editor_of_a_tree_entry_is_loaded)
     EXPECT_TRUE(Drop_Files({Other_File()}, editor));
 
     EXPECT_EQ(Tree_Text(), "Norvexa Data(Beam())");
-    EXPECT_EQ(Check(), Model_Of(Other_Budget()));
+    EXPECT_EQ(Check_Unchanged(), Model_Of(Other_Budget()));
 }
 
 TEST_F(TSequenceDrops, A_file_dropped_on_the_editor_of_an_identifier_is_loaded)
@@ -375,7 +375,7 @@ TEST_F(TSequenceDrops, A_file_dropped_on_the_editor_of_an_identifier_is_loaded)
 
     EXPECT_TRUE(Drop_Files({Other_File()}, editor));
 
-    EXPECT_EQ(Check(), Model_Of(Other_Budget()));
+    EXPECT_EQ(Check_Unchanged(), Model_Of(Other_Budget()));
 }
 
 TEST_F(TSequenceDrops, A_file_dropped_on_the_editor_of_a_group_is_loaded)
@@ -386,7 +386,7 @@ TEST_F(TSequenceDrops, A_file_dropped_on_the_editor_of_a_group_is_loaded)
 
     EXPECT_TRUE(Drop_Files({Other_File()}, editor));
 
-    EXPECT_EQ(Check(), Model_Of(Other_Budget()));
+    EXPECT_EQ(Check_Unchanged(), Model_Of(Other_Budget()));
 }
 
 // While the cursor is in a field
@@ -401,7 +401,7 @@ TEST_P(TSequenceDropsField, Does_not_reach_the_record_of_that_name_in_the_file)
 
     EXPECT_TRUE(Drop_Files({path}));
 
-    EXPECT_EQ(Check(), Model_Of(Namesake_Budget()));
+    EXPECT_EQ(Check_Unchanged(), Model_Of(Namesake_Budget()));
 }
 
 TEST_P(TSequenceDropsField, Is_no_edit_of_a_new_budget)
@@ -415,7 +415,7 @@ TEST_P(TSequenceDropsField, Is_no_edit_of_a_new_budget)
     TBudgetFile expected = Workshop_Budget();
     expected.document = TNorvexa();
     expected.groups.clear();
-    EXPECT_EQ(Check(), Model_Of(expected));
+    EXPECT_EQ(Check_New(), Model_Of(expected));
 }
 
 INSTANTIATE_TEST_SUITE_P(TSequenceDrops, TSequenceDropsField,

@@ -796,7 +796,7 @@ TEST_F(ReportGroupWidget, Renames_when_another_group_is_clicked_during_the_edit)
     EXPECT_THAT(d_page.Group(1), Is_Group("Gauge", {"Scale", "Thermometer"}));
 }
 
-TEST_F(ReportGroupWidget, Takes_a_group_deselected_during_the_edit_for_no_current_one)
+TEST_F(ReportGroupWidget, Keeps_a_group_selected_that_is_being_renamed)
 {
     Fill();
     Begin_Rename(0, "Rod");
@@ -804,10 +804,10 @@ TEST_F(ReportGroupWidget, Takes_a_group_deselected_during_the_edit_for_no_curren
     QTest::keyClick(Open_Editor(), Qt::Key_Space, Qt::ControlModifier);
     QTest::keyClick(Open_Editor(), Qt::Key_Return);
     ASSERT_TRUE(QTest::qWaitFor([this] { return Open_Editor() == nullptr; }));
-    d_page.Update_Reportable_Components(COMPONENTS);
 
     EXPECT_EQ(d_page.Group_Names(), QStringList({"Rod", "Gauge"}));
-    EXPECT_EQ(Selected_Components(), QStringList());
+    EXPECT_EQ(Entries(), QStringList({"Rod", "Gauge"}));
+    EXPECT_EQ(Selected_Components(), QStringList({"Probe", "Thermometer"}));
 }
 
 TEST_F(ReportGroupWidget, Puts_a_component_clicked_during_the_edit_into_the_renamed_group)

@@ -410,6 +410,7 @@ void Add_Roots(TFiles* files)
                                  "<Norvexa_Data File_Version=\"3.0\">",
                                  "<Norvexa_Data File_Version=\"4294967299\">",
                                  "<Norvexa_Data File_Version=\"1e0\">",
+                                 "<Norvexa_Data File_Version=\"0x3\">",
                                  "<Norvexa_Data File_Version=\"3\"/>",
                                  "<Norvexa_Data File_Version=\"3\"><Norvexa_Data File_Version=\"3\">",
                                  "",

@@ -1,5 +1,6 @@
 #include "tests/support/sequencefixture.h"
 
+#include "tests/support/consistency.h"
 #include "tests/support/randombudget.h"
 
 #include <QAction>
@@ -19,80 +20,19 @@ namespace {
 
 const int BUILT_IN_COUNT = 10;
 
-// Names as the window shows them. What a file of its own escapes on the way out is escaped here.
-class TShownNames
+QStringList Escaped(QStringList texts)
 {
-public:
-    TShownNames(const TNorvexaEditor* window, bool is_escaped) : d_window(window), d_is_escaped(is_escaped) {}
-
-    QStringList Tree() const
-    {
-        const auto* tree = Child<QTreeWidget>(d_window, "budget_tree");
-        QStringList components;
-        for (int root = 0; root < tree->topLevelItemCount(); ++root) {
-            for (int row = 0; row < tree->topLevelItem(root)->childCount(); ++row) {
-                components << Component(tree->topLevelItem(root)->child(row));
-            }
-        }
-        components.sort();
-        return components;
+    for (QString& text : texts) {
+        text = text.toHtmlEscaped();
     }
-
-    QStringList Variables() const
-    {
-        const auto* list = Child<QTreeWidget>(d_window, "variable_list");
-        QStringList names;
-        for (int row = 0; row < list->topLevelItemCount(); ++row) {
-            names << Text(list->topLevelItem(row)->text(0));
-        }
-        return names;
-    }
-
-    QStringList Groups() const
-    {
-        const auto* list = Child<QListWidget>(d_window, "group_list");
-        QStringList names;
-        for (int row = 0; row < list->count(); ++row) {
-            names << Text(list->item(row)->text());
-        }
-        return names;
-    }
-
-private:
-    QString Text(const QString& text) const { return d_is_escaped ? text.toHtmlEscaped() : text; }
-
-    QString Component(const QTreeWidgetItem* entry) const
-    {
-        QStringList items;
-        for (int row = 0; row < entry->childCount(); ++row) {
-            items << Text(entry->child(row)->text(0));
-        }
-        items.sort();
-        return Text(entry->text(0)) + "(" + items.join(", ") + ")";
-    }
-
-    const TNorvexaEditor* d_window;
-    bool d_is_escaped;
-};
-
-QStringList Component_Names(const TNorvexa& document)
-{
-    QStringList components;
-    for (const QString& component : document.Enum_Components()) {
-        QStringList items = document.Enum_Component_Items(component);
-        items.sort();
-        components << component + "(" + items.join(", ") + ")";
-    }
-    components.sort();
-    return components;
+    return texts;
 }
 
-template <typename TRecord>
-QStringList Names(const std::vector<TRecord>& records)
+QStringList Names(const std::vector<TGroup>& groups)
 {
     QStringList names;
-    for (const TRecord& record : records) {
-        names << record.name;
+    for (const TGroup& group : groups) {
+        names << group.name;
     }
     return names;
 }
@@ -144,29 +84,25 @@ void Write_Bytes(const QString& path, const QByteArray& bytes)
 
 // What is there
 
-QStringList TSequenceFixture::Check()
+QStringList TSequenceFixture::Check(TLists lists)
 {
-    EXPECT_TRUE(d_editor.isVisible());
-    if (!Action("action_save_as")->isEnabled()) {
-        // Nothing to save yet: a field that no file keeps makes it an edited budget.
-        Show_Page("Variables");
-        Replace_Text(Find<QLineEdit>("start_position"), "0.000");
-    }
-    const QString path = Save_A_Copy(&d_editor, QStringLiteral("checked %1.norvexa").arg(++d_checks));
-    Expect_Shown(&d_editor, path, true);
+    EXPECT_EQ(Saving(), "Save, Save As");
+    return Checked(lists);
+}
 
-    TNorvexaEditor fresh;
-    Show_Active(&fresh);
-    Drop_Files({path}, &fresh);
-    Expect_Shown(&fresh, path, false);
-    EXPECT_EQ(Description(Loaded(Save_A_Copy(&fresh, QStringLiteral("checked %1 again.norvexa").arg(d_checks)))),
-              Description(As_Saved(Loaded(path))));
-    EXPECT_TRUE(fresh.close());
-    Show_Active(&d_editor);
+QStringList TSequenceFixture::Check_Unchanged(TLists lists)
+{
+    EXPECT_EQ(Saving(), "Save As");
+    return Checked(lists);
+}
 
-    TBudgetFile saved = Read_Budget(path);
-    saved.variables.erase(saved.variables.begin(), saved.variables.begin() + BUILT_IN_COUNT);
-    return Budget_File_Text(saved);
+QStringList TSequenceFixture::Check_New()
+{
+    EXPECT_EQ(Saving(), "");
+    // A field that no file keeps makes it an edited budget, which can be saved.
+    Show_Page("Variables");
+    Replace_Text(Find<QLineEdit>("start_position"), "0.000");
+    return Checked(TLists::Filled);
 }
 
 QStringList TSequenceFixture::Model_Of(const TBudgetFile& budget)
@@ -296,12 +232,29 @@ QString TSequenceFixture::Save_A_Copy(TNorvexaEditor* window, const QString& nam
     return Path(name);
 }
 
-void TSequenceFixture::Expect_Shown(const TNorvexaEditor* window, const QString& path, bool is_escaped) const
+void TSequenceFixture::Expect_Shown(const TNorvexaEditor* window, const TBudget& saved, TLists lists)
 {
-    const TBudgetFile saved = Read_Budget(path);
-    const TShownNames shown(window, is_escaped);
+    EXPECT_EQ(TConsistency(window, saved, lists == TLists::Stale).Differences().join('\n').toStdString(), "");
+}
 
-    EXPECT_EQ(shown.Tree(), Component_Names(saved.document));
-    EXPECT_EQ(shown.Variables(), Names(saved.variables));
-    EXPECT_EQ(shown.Groups(), Names(saved.groups));
+QStringList TSequenceFixture::Checked(TLists lists)
+{
+    EXPECT_TRUE(d_editor.isVisible());
+    const QString path = Save_A_Copy(&d_editor, QStringLiteral("checked %1.norvexa").arg(++d_checks));
+    const TBudget saved = Loaded(path);
+    Expect_Shown(&d_editor, saved, lists);
+    EXPECT_EQ(Escaped(Groups()), Names(saved.groups));
+
+    TNorvexaEditor fresh;
+    Show_Active(&fresh);
+    Drop_Files({path}, &fresh);
+    const TBudget saved_again = Loaded(Save_A_Copy(&fresh, QStringLiteral("checked %1 again.norvexa").arg(d_checks)));
+    Expect_Shown(&fresh, saved_again, TLists::Filled);
+    EXPECT_EQ(Description(saved_again), Description(As_Saved(saved)));
+    EXPECT_TRUE(fresh.close());
+    Show_Active(&d_editor);
+
+    TBudgetFile file = Read_Budget(path);
+    file.variables.erase(file.variables.begin(), file.variables.begin() + BUILT_IN_COUNT);
+    return Budget_File_Text(file);
 }

@@ -5,6 +5,7 @@
 #include <QStringList>
 
 class QComboBox;
+struct TBudget;
 
 /// The main window for whole sequences of acts, on every page. After each sequence Check() proves that nothing was lost
 /// or broken on the way:
@@ -17,12 +18,27 @@ class TSequenceFixture : public TExportFixture
 protected:
     // What is there
 
-    /// The budget as the window saves it, in lines like those of Model_Of(). Expects on the way that
-    /// - the window is there, takes input and saves;
-    /// - tree, variables and groups show the names of the saved budget;
+    /// Whether the lists of components on the pages of variables and groups name the components as the tree does. A
+    /// rename in the tree leaves them as they were until they are filled anew.
+    enum class TLists
+    {
+        Filled,
+        Stale
+    };
+
+    /// After a sequence that ends with an edit: the budget as the window saves it, in lines like those of Model_Of().
+    /// Expects on the way that
+    /// - the window is there, takes input and offers to save;
+    /// - every page shows what is saved, that of a selected component or item its values;
     /// - a fresh window loads the file, shows the same and saves it again with nothing lost. Each save escapes the
     ///   signs & < > " in texts once more.
-    QStringList Check();
+    QStringList Check(TLists lists = TLists::Filled);
+
+    /// The same after a sequence that leaves the budget as it was opened or saved last.
+    QStringList Check_Unchanged(TLists lists = TLists::Filled);
+
+    /// The same after a sequence that leaves a new budget.
+    QStringList Check_New();
 
     /// What Check() gives for a budget whose texts need no escape.
     static QStringList Model_Of(const TBudgetFile& budget);
@@ -61,7 +77,8 @@ protected:
 
 private:
     QString Save_A_Copy(TNorvexaEditor* window, const QString& name);
-    void Expect_Shown(const TNorvexaEditor* window, const QString& path, bool is_escaped) const;
+    static void Expect_Shown(const TNorvexaEditor* window, const TBudget& saved, TLists lists);
+    QStringList Checked(TLists lists);
 
     int d_checks = 0;
 };

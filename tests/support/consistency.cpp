@@ -1,7 +1,9 @@
-#include "tests/monkey/consistency.h"
+#include "tests/support/consistency.h"
 
-#include "core/number.h"
 #include "tests/support/guiacts.h"
+#include "tests/support/heldrecords.h"
+#include "tests/support/numberfields.h"
+#include "tests/support/shownrecord.h"
 
 #include <QAbstractButton>
 #include <QComboBox>
@@ -14,7 +16,6 @@
 #include <QTreeWidget>
 
 #include <algorithm>
-#include <cmath>
 
 namespace {
 
@@ -22,37 +23,10 @@ const QString DEFAULT_IDENTIFIER = TNorvexaData::Default_Identifier();
 const QString NO_SELECTION = QStringLiteral("[no selection]");
 const QString NO_GROUP = QStringLiteral("<no selection>");
 
-const int IDENTIFIER_COLUMN = 1;
-const int VALUE_COLUMN = 6;
-
-template <typename TRecords>
-auto Named(const TRecords& records, const QString& name) -> decltype(records.data())
-{
-    const auto found =
-        std::find_if(records.begin(), records.end(), [&](const auto& record) { return record.name == name; });
-
-    return found == records.end() ? nullptr : &*found;
-}
-
-template <typename TRecords>
-QStringList Names_Of(const TRecords& records)
-{
-    QStringList names;
-    for (const auto& record : records) {
-        names << record.name;
-    }
-    return names;
-}
-
 QStringList Sorted(QStringList texts)
 {
     texts.sort();
     return texts;
-}
-
-QString Escaped(const QString& text)
-{
-    return text.toHtmlEscaped();
 }
 
 QString Nested(const QString& name, const QStringList& items)
@@ -65,15 +39,18 @@ QString Yes_No(bool value)
     return value ? "yes" : "no";
 }
 
-// As the page reads a date of a file: in the form that it writes, or as new identifiers carry it. Today for others.
+// As the page reads a date of a file: in the form that it writes, or as new identifiers carry it, both with English
+// names. Today for others.
 QDate Read_Date(const QString& text)
 {
     const QLocale english = QLocale::c();
+    const QDate date = QDate::fromString(text, Qt::TextDate);
+    const bool is_english = text.split(' ').contains(english.toString(date, "MMM"));
 
-    for (const QDate& date : {QDate::fromString(text, Qt::TextDate), english.toDate(text, "ddd MMM d yyyy"),
-                              english.toDate(text, "MMM d yyyy")}) {
-        if (date.isValid()) {
-            return date;
+    for (const QDate& read :
+         {is_english ? date : QDate(), english.toDate(text, "ddd MMM d yyyy"), english.toDate(text, "MMM d yyyy")}) {
+        if (read.isValid()) {
+            return read;
         }
     }
     return QDate::currentDate();
@@ -84,33 +61,10 @@ QString Date_Text(const QDate& date)
     return QLocale::c().toString(date, "ddd MMM d yyyy");
 }
 
-const TNorvexaData::TReplacementItem* Replacement(const TNorvexaData::TComponentItem& item, const QString& identifier)
-{
-    const auto& replacements = item.replacement_items;
-    const auto found = std::find_if(replacements.begin(), replacements.end(),
-                                    [&](const auto& candidate) { return candidate.identifier == identifier; });
-
-    return found == replacements.end() || identifier.isEmpty() ? nullptr : &*found;
-}
-
-QString Applied_Expression(const TNorvexaData::TComponentItem& item, const QString& identifier)
-{
-    const TNorvexaData::TReplacementItem* replacement = Replacement(item, identifier);
-
-    return replacement == nullptr || replacement->use_default_expression ? item.expression : replacement->expression;
-}
-
-const QTreeWidgetItem* Sole_Selection(const QWidget* window)
-{
-    const QList<QTreeWidgetItem*> selected = Child<QTreeWidget>(window, "budget_tree")->selectedItems();
-
-    return selected.size() == 1 ? selected.first() : nullptr;
-}
-
 } // namespace
 
 TConsistency::TConsistency(const QWidget* window, const TBudget& held, bool lists_are_stale)
-    : d_window(window), d_held(held), d_lists_are_stale(lists_are_stale)
+    : d_window(window), d_held(held), d_shown(Shown_Record(window)), d_lists_are_stale(lists_are_stale)
 {}
 
 QStringList TConsistency::Differences()
@@ -123,7 +77,6 @@ QStringList TConsistency::Differences()
     Check_Variables();
     Check_Groups();
     Check_Offers();
-    Check_Report();
     return d_differences;
 }
 
@@ -156,18 +109,15 @@ void TConsistency::Check_Component_Page()
     const bool is_record_selected = selected != nullptr && selected->parent() != nullptr;
 
     Compare("component page enabled", Yes_No(is_enabled), Yes_No(is_record_selected));
-    const TComponent* component = Shown_Component();
+    const TComponent* component = Named(d_held.components, d_shown.component);
     if (component == nullptr) {
-        return;
+        return; // The tree tells it.
     }
     Compare("component title", Escaped(title->text()), component->name);
     Check_Identifiers(*component);
-    Check_Dates(Shown_Instance());
-    const TInstance* instance = Shown_Instance();
-    Compare_Number("component_length", instance == nullptr ? component->length : instance->length, 5);
-    Compare_Number("component_expansion_coefficient",
-                   (instance == nullptr ? component->expansion_coefficient : instance->expansion_coefficient) * 1000.0,
-                   2);
+    Check_Dates(Named(component->instances, d_shown.identifier));
+    Compare_Number("component_length");
+    Compare_Number("component_expansion_coefficient");
     Check_Options(*component);
 }
 
@@ -175,7 +125,7 @@ void TConsistency::Check_Identifiers(const TComponent& component)
 {
     const auto* list = Child<QListWidget>(d_window, "identifier_list");
 
-    Compare("identifiers", Sorted(Texts(list)), Sorted(Names_Of(component.instances)));
+    Compare("identifiers", Sorted(Escaped_Texts(list)), Sorted(Names_Of(component.instances)));
     Compare("identifiers can be removed", Yes_No(Child<QToolButton>(d_window, "remove_identifier")->isEnabled()),
             Yes_No(!list->selectedItems().isEmpty()));
 }
@@ -206,8 +156,8 @@ void TConsistency::Check_Item_Page()
         selected != nullptr && selected->parent() != nullptr && selected->parent()->parent() != nullptr;
 
     Compare("item page enabled", Yes_No(Child<QComboBox>(d_window, "uc_type")->isEnabled()), Yes_No(is_item_selected));
-    const TItem* item = Shown_Item();
-    if (is_item_selected && item != nullptr) {
+    const TItem* item = Held_Item(d_held, d_shown);
+    if (item != nullptr) {
         Check_Item(*item);
         Check_Expression(*item);
     }
@@ -216,14 +166,13 @@ void TConsistency::Check_Item_Page()
 void TConsistency::Check_Item(const TItem& item)
 {
     const TNorvexa texts;
-    const bool is_dependent = item.expression_type >= TNorvexaData::LENGTH_DEPENDENT_LINEAR;
-    const bool is_temperature = item.expression_type == TNorvexaData::CONSTANT_TEMPERATURE ||
-                                item.expression_type == TNorvexaData::LENGTH_DEPENDENT_TEMPERATURE;
+    const bool is_dependent = Is_Length_Dependent(item);
+    const bool is_temperature = Is_Temperature(item);
 
     Compare("uncertainty type", Child<QComboBox>(d_window, "uc_type")->currentText(), texts.UCType(item.uc_type));
     Compare("distribution", Child<QComboBox>(d_window, "distribution")->currentText(),
             texts.Distribution_Type(item.distribution));
-    Compare_Number("sensitivity", item.sensitivity, 6);
+    Compare_Number("sensitivity");
     Compare_Box("length_dependent", is_dependent);
     Compare_Box("length_independent", !is_dependent);
     Compare_Box("temperature", is_temperature);
@@ -234,7 +183,7 @@ void TConsistency::Check_Item(const TItem& item)
 
 void TConsistency::Check_Expression(const TItem& item)
 {
-    const QString identifier = Shown_Identifier();
+    const QString& identifier = d_shown.identifier;
     const TNorvexaData::TReplacementItem* replacement = Replacement(item, identifier);
     const bool uses_default = replacement != nullptr && replacement->use_default_expression;
 
@@ -253,15 +202,9 @@ void TConsistency::Check_Expression(const TItem& item)
 
 void TConsistency::Check_Inputs()
 {
-    const TInputData& input = d_held.input_data;
-
-    Compare_Number("machine_expansion_coefficient", input.machine_expansion_coefficient, 2);
-    Compare_Number("machine_scale", input.machine_scale, 6);
-    Compare_Number("temperature_minimum", input.temperature_minimum, 2);
-    Compare_Number("temperature_maximum", input.temperature_maximum, 2);
-    Compare_Number("temperature_gradient", input.temperature_gradient, 2);
-    Compare_Number("increment", input.report_increment, 3);
-    Compare_Number("end_position", input.report_end, 3);
+    for (const QString& field : Number_Fields::Of_Inputs()) {
+        Compare_Number(field);
+    }
 }
 
 void TConsistency::Check_Variables()
@@ -290,7 +233,7 @@ void TConsistency::Check_Variable(int row, const TVariable& variable)
         Compare(what, Escaped(entry->text(1)), variable.description);
         return;
     }
-    const QStringList available = Texts(Child<QListWidget>(d_window, "component_list"));
+    const QStringList available = Escaped_Texts(Child<QListWidget>(d_window, "component_list"));
     Compare("choices of variable " + variable.name, Escaped(kind.toStringList().join(" | ")),
             (QStringList(NO_SELECTION) + available).join(" | "));
     Compare(what, Escaped(entry->text(1)),
@@ -305,7 +248,7 @@ void TConsistency::Check_Groups()
     const QList<QListWidgetItem*> selected = list->selectedItems();
 
     // Of namesakes the first record is renamed, whichever entry was.
-    Compare("groups", Sorted(Texts(list)), Sorted(Names_Of(d_held.groups)));
+    Compare("groups", Sorted(Escaped_Texts(list)), Sorted(Names_Of(d_held.groups)));
     Compare("groups can be removed", Yes_No(Child<QToolButton>(d_window, "remove_group")->isEnabled()),
             Yes_No(!selected.isEmpty()));
     Compare("members can be chosen", Yes_No(Child<QListWidget>(d_window, "component_list")->isEnabled()),
@@ -319,7 +262,7 @@ void TConsistency::Check_Members(const QString& group)
 {
     const auto* list = Child<QListWidget>(d_window, "component_list");
     const TGroup* held = Named(d_held.groups, group);
-    const QStringList offered = Texts(list);
+    const QStringList offered = Escaped_Texts(list);
     QStringList members;
 
     for (const QString& member : held == nullptr ? QStringList() : held->items) {
@@ -327,7 +270,7 @@ void TConsistency::Check_Members(const QString& group)
             members << member;
         }
     }
-    QStringList shown = Texts(list, true);
+    QStringList shown = Escaped_Texts(list, true);
     shown.removeDuplicates();
     members.removeDuplicates();
     Compare("members of " + group, Sorted(shown), Sorted(members));
@@ -336,7 +279,7 @@ void TConsistency::Check_Members(const QString& group)
 void TConsistency::Check_Offers()
 {
     const auto* box = Child<QComboBox>(d_window, "report_group");
-    const QStringList available = Texts(Child<QListWidget>(d_window, "component_list"));
+    const QStringList available = Escaped_Texts(Child<QListWidget>(d_window, "component_list"));
     QStringList groups;
 
     for (int index = 0; index < box->count(); ++index) {
@@ -349,20 +292,6 @@ void TConsistency::Check_Offers()
     } else {
         Compare("available components", available, Reportable());
     }
-}
-
-// A report is brought up to date when its page comes to the front. What its variables stand for comes before the rows
-// of its group; a member that is gone ends it.
-void TConsistency::Check_Report()
-{
-    const auto* box = Child<QComboBox>(d_window, "report_group");
-    if (!box->isVisible() || box->currentIndex() <= 0) {
-        return;
-    }
-    const QStringList shown = Shown_Report();
-    const QStringList held = Held_Report(Escaped(box->currentText()));
-
-    Compare("report", shown.mid(std::max(0, shown.size() - held.size())), held);
 }
 
 // Comparing
@@ -379,13 +308,12 @@ void TConsistency::Compare(const QString& what, const QStringList& shown, const 
     Compare(what, shown.join(" | "), held.join(" | "));
 }
 
-// The field may still show more digits than the file keeps, or a text that counts as 0.
-void TConsistency::Compare_Number(const char* field, double held, int decimals)
+void TConsistency::Compare_Number(const QString& field)
 {
     const QString text = Child<QLineEdit>(d_window, field)->text();
-    const double shown = Finite_Number(text);
+    const double held = Held_Number(d_held, d_shown, field);
 
-    if (std::fabs(shown - held) > std::pow(10.0, -decimals) + std::fabs(held) * 1e-12) {
+    if (!Number_Fields::Agree(field, text, held)) {
         d_differences << QString("%1: shown <%2>, held <%3>").arg(field, text.left(50), QString::number(held, 'g', 17));
     }
 }
@@ -393,41 +321,6 @@ void TConsistency::Compare_Number(const char* field, double held, int decimals)
 void TConsistency::Compare_Box(const char* box, bool held)
 {
     Compare(box, Yes_No(Child<QAbstractButton>(d_window, box)->isChecked()), Yes_No(held));
-}
-
-// What is shown
-
-// Null where the page shows none. A component that the budget does not have is told by the tree.
-const TConsistency::TComponent* TConsistency::Shown_Component() const
-{
-    const QTreeWidgetItem* entry = Sole_Selection(d_window);
-
-    while (entry != nullptr && entry->parent() != nullptr && entry->parent()->parent() != nullptr) {
-        entry = entry->parent();
-    }
-    return entry == nullptr || entry->parent() == nullptr ? nullptr : Named(d_held.components, Escaped(entry->text(0)));
-}
-
-const TConsistency::TItem* TConsistency::Shown_Item() const
-{
-    const TComponent* component = Shown_Component();
-
-    return component == nullptr ? nullptr : Named(component->items, Escaped(Sole_Selection(d_window)->text(0)));
-}
-
-QString TConsistency::Shown_Identifier() const
-{
-    const QStringList selected = Texts(Child<QListWidget>(d_window, "identifier_list"), true);
-    const bool is_one = selected.size() == 1 && selected.first() != DEFAULT_IDENTIFIER;
-
-    return is_one ? selected.first() : QString();
-}
-
-const TConsistency::TInstance* TConsistency::Shown_Instance() const
-{
-    const TComponent* component = Shown_Component();
-
-    return component == nullptr ? nullptr : Named(component->instances, Shown_Identifier());
 }
 
 QStringList TConsistency::Reportable() const
@@ -443,106 +336,4 @@ QStringList TConsistency::Reportable() const
         }
     }
     return names;
-}
-
-QStringList TConsistency::Shown_Report() const
-{
-    const auto* table = Child<QTreeWidget>(d_window, "report_table");
-    QStringList rows;
-
-    for (int row = 0; row < table->topLevelItemCount(); ++row) {
-        const QTreeWidgetItem* entry = table->topLevelItem(row);
-        QStringList texts;
-        for (int column = 0; column < VALUE_COLUMN; ++column) {
-            texts << Escaped(entry->text(column));
-        }
-        rows << texts.join(", ");
-    }
-    return rows;
-}
-
-QStringList TConsistency::Held_Report(const QString& group) const
-{
-    const TGroup* held = Named(d_held.groups, group);
-    QStringList rows;
-
-    for (const QString& member : held == nullptr ? QStringList() : held->items) {
-        QString component;
-        QString item;
-        if (!Find_Member(member, &component, &item)) {
-            break;
-        }
-        rows << Held_Rows(component, item);
-    }
-    return rows;
-}
-
-// The first of that name; `item` is empty for a whole component.
-bool TConsistency::Find_Member(const QString& member, QString* component, QString* item) const
-{
-    for (const TComponent& record : d_held.components) {
-        *component = record.name;
-        *item = QString();
-        if (record.mode == TNorvexaData::UC_MODE_SUM) {
-            if (record.name == member) {
-                return true;
-            }
-            continue;
-        }
-        for (const TItem& candidate : record.items) {
-            *item = candidate.name;
-            if (record.name + " - " + candidate.name == member) {
-                return true;
-            }
-        }
-    }
-    return false;
-}
-
-QStringList TConsistency::Held_Rows(const QString& component, const QString& item) const
-{
-    const TNorvexa texts;
-    const QString identifier = Reported_Identifier(component);
-    const std::vector<TItem>& items = Named(d_held.components, component)->items;
-    QStringList rows;
-
-    for (const TItem& record : items) {
-        if (item.isEmpty() || record.name == item) {
-            const bool is_dependent = record.expression_type >= TNorvexaData::LENGTH_DEPENDENT_LINEAR;
-            rows << QStringList({record.name, QString(), is_dependent ? "Length Dependent" : "Constant",
-                                 Applied_Expression(*Named(items, record.name), identifier),
-                                 Fixed_Text(record.sensitivity, 6), texts.Distribution_Type(record.distribution)})
-                        .join(", ");
-        }
-    }
-    if (!rows.isEmpty()) {
-        rows.prepend(QStringList({component, identifier, QString(), QString(), QString(), QString()}).join(", "));
-    }
-    return rows;
-}
-
-// As the component's first row shows it.
-QString TConsistency::Reported_Identifier(const QString& component) const
-{
-    const auto* table = Child<QTreeWidget>(d_window, "report_table");
-
-    for (int row = 0; row < table->topLevelItemCount(); ++row) {
-        const QString identifier = Escaped(table->topLevelItem(row)->text(IDENTIFIER_COLUMN));
-        if (Escaped(table->topLevelItem(row)->text(0)) == component && !identifier.isEmpty()) {
-            return identifier;
-        }
-    }
-    return QString();
-}
-
-// Escaped, as the file has them.
-QStringList TConsistency::Texts(const QListWidget* list, bool selected_only) const
-{
-    QStringList texts;
-    for (int row = 0; row < list->count(); ++row) {
-        if (!selected_only || list->item(row)->isSelected()) {
-            texts << Escaped(list->item(row)->text());
-        }
-    }
-    return texts;
 }

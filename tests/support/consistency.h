@@ -1,10 +1,10 @@
 #pragma once
 
 #include "tests/support/randombudget.h"
+#include "tests/support/shownrecord.h"
 
 #include <QStringList>
 
-class QListWidget;
 class QWidget;
 
 /// Holds what a window shows against the budget that it holds, as it was read from the file that the window saved:
@@ -38,27 +38,17 @@ private:
     void Check_Groups();
     void Check_Members(const QString& group);
     void Check_Offers();
-    void Check_Report();
 
     void Compare(const QString& what, const QString& shown, const QString& held);
     void Compare(const QString& what, const QStringList& shown, const QStringList& held);
-    void Compare_Number(const char* field, double held, int decimals);
+    void Compare_Number(const QString& field);
     void Compare_Box(const char* box, bool held);
 
-    const TComponent* Shown_Component() const;
-    const TItem* Shown_Item() const;
-    const TInstance* Shown_Instance() const;
-    QString Shown_Identifier() const;
     QStringList Reportable() const;
-    QStringList Shown_Report() const;
-    QStringList Held_Report(const QString& group) const;
-    QStringList Held_Rows(const QString& component, const QString& item) const;
-    bool Find_Member(const QString& member, QString* component, QString* item) const;
-    QString Reported_Identifier(const QString& component) const;
-    QStringList Texts(const QListWidget* list, bool selected_only = false) const;
 
     const QWidget* d_window;
     const TBudget& d_held;
+    TShownRecord d_shown;
     bool d_lists_are_stale;
     QStringList d_differences;
 };

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+class QListWidget;
+class QTreeWidgetItem;
+class QWidget;
+
+/// The record that the budget page shows, by its names. They are escaped once, as the file has them.
+struct TShownRecord
+{
+    QString component;  ///< empty unless one entry below the root is selected
+    QString item;       ///< empty unless that entry is an item
+    QString identifier; ///< empty unless one identifier is selected
+};
+
+TShownRecord Shown_Record(const QWidget* window);
+
+/// The one entry that is selected in the tree; null if none is, or several are.
+const QTreeWidgetItem* Sole_Selection(const QWidget* window);
+
+/// As a saved budget has the text that is shown.
+QString Escaped(const QString& text);
+
+/// The entries of a list, or those that are selected, escaped.
+QStringList Escaped_Texts(const QListWidget* list, bool selected_only = false);
