@@ -9,15 +9,17 @@
 
 namespace {
 
-// Deselects the entry and searches for one that begins with a blank. What is typed would be shown, but in no record: on
-// its way to that entry the view takes it without a word to the rename slot.
-bool Is_Key_Of_The_View(const QEvent* event)
+// The key by which a view deselects the entry and goes to one that begins with a blank. It takes the name that is being
+// typed on leaving, but without the signal for the rename slot: the name would be shown and in no record.
+bool Is_Selecting_Key(const QEvent* event)
 {
     if (event->type() != QEvent::KeyPress) {
         return false;
     }
     const auto* press = static_cast<const QKeyEvent*>(event);
-    return press->key() == Qt::Key_Space && press->modifiers().testFlag(Qt::ControlModifier);
+    const bool has_control = press->modifiers().testFlag(Qt::ControlModifier);
+    // With both of them the line editor takes it for a blank.
+    return press->key() == Qt::Key_Space && has_control && !press->modifiers().testFlag(Qt::AltModifier);
 }
 
 } // namespace
@@ -89,7 +91,7 @@ void TEntryDelegate::setModelData(QWidget* editor, QAbstractItemModel* model, co
 // The line editor leaves some keys to the view behind it.
 bool TEntryDelegate::eventFilter(QObject* editor, QEvent* event)
 {
-    return Is_Key_Of_The_View(event) || QStyledItemDelegate::eventFilter(editor, event);
+    return Is_Selecting_Key(event) || QStyledItemDelegate::eventFilter(editor, event);
 }
 
 bool TEntryDelegate::Is_Sole_Selection(const QModelIndex& index) const

@@ -245,6 +245,7 @@ private:
     void Collect_Local_Variables(TReportData* record);
     QStringList Offered_Identifiers(const QString& component) const;
     QString Reported_Identifier(const QString& component) const;
+    void Refresh_Shown_Report();
     bool Is_Report_Range_Valid(double start, double end, double increment);
 
     // Export (norvexaeditor_export)

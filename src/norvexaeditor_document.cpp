@@ -155,9 +155,7 @@ void TNorvexaEditor::Show_Loaded_Budget(const std::vector<TVariable>& variables,
     d_action_save->setEnabled(d_modified);
     d_action_save_as->setEnabled(true);
 
-    if (d_tab_widget->currentIndex() == REPORT_PAGE) {
-        d_report_widget->Refresh();
-    }
+    Refresh_Shown_Report();
 }
 
 void TNorvexaEditor::Reset_Report_And_Groups()

@@ -10,6 +10,7 @@
 #include "src/variablewidget.h"
 
 #include <QScopedValueRollback>
+#include <QTabWidget>
 
 #include <algorithm>
 #include <cmath>
@@ -283,6 +284,14 @@ void TNorvexaEditor::Update_Report_View(const QString& group)
     } else {
         Report_Failure("ERR:  Cannot generate report data.");
         d_report_widget->Set_Default_Report_Group();
+    }
+}
+
+// The page is made anew when it comes to the front. The menus change the budget behind it.
+void TNorvexaEditor::Refresh_Shown_Report()
+{
+    if (d_tab_widget->currentIndex() == REPORT_PAGE) {
+        d_report_widget->Refresh();
     }
 }
 

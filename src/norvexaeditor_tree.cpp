@@ -225,6 +225,7 @@ void TNorvexaEditor::Add_Tree_Entry(const QString& name)
     Update_Reportable_Components();
     Select_BudgetTree_Item(is_component ? name : d_component, is_component ? QString() : name);
     Set_Modified();
+    Refresh_Shown_Report();
 }
 
 void TNorvexaEditor::BudgetTree_Remove_Item()
@@ -240,6 +241,7 @@ void TNorvexaEditor::BudgetTree_Remove_Item()
     Select_BudgetTree_Item(QString(), QString());
     Update_Reportable_Components();
     Enable_Saving();
+    Refresh_Shown_Report();
 }
 
 // The entries are told apart before the first record goes, because a component takes its items with it. The root is no

@@ -504,7 +504,6 @@ int fdatasync(int file)
     return Is_Watched(file) ? Watched_Sync(file, NEXT(fdatasync)) : NEXT(fdatasync)(file);
 }
 
-
 /// A close that fails has closed all the same.
 int close(int file)
 {

@@ -11,8 +11,10 @@
 #include "tests/support/guiacts.h"
 #include "tests/support/numberfields.h"
 
+#include <QAbstractButton>
 #include <QAbstractItemView>
 #include <QAbstractSpinBox>
+#include <QAction>
 #include <QApplication>
 #include <QDragEnterEvent>
 #include <QDropEvent>
@@ -20,6 +22,7 @@
 #include <QMainWindow>
 #include <QMimeData>
 #include <QTabWidget>
+#include <QToolBar>
 #include <QToolButton>
 #include <QUrl>
 
@@ -30,6 +33,7 @@
 namespace {
 
 const int RESTART_PERCENT = 10;
+const int SAVE_PERCENT = 8;
 const int MOST_MEMBERS = 4;
 
 struct TKey
@@ -95,13 +99,23 @@ TActs::TActs(QMainWindow* window, TRandom* random, const TFiles* files, TMemory*
 
 void TActs::Do_One()
 {
-    static const QList<TAct> ACTS = {
-        {28, &TActs::Click},     {6, &TActs::Double_Click},   {5, &TActs::Open_Context_Menu},
-        {14, &TActs::Press_Key}, {4, &TActs::Press_Shortcut}, {5, &TActs::Turn_Page},
-        {5, &TActs::Drag},       {10, &TActs::Fill_Field},    {5, &TActs::Type},
-        {3, &TActs::Paste},      {6, &TActs::Rename},         {7, &TActs::Add},
-        {3, &TActs::Gather},     {4, &TActs::Choose_Group},   {1, &TActs::Drop_Files},
-        {1, &TActs::Close}};
+    static const QList<TAct> ACTS = {{28, &TActs::Click},
+                                     {6, &TActs::Double_Click},
+                                     {5, &TActs::Open_Context_Menu},
+                                     {14, &TActs::Press_Key},
+                                     {4, &TActs::Press_Shortcut},
+                                     {5, &TActs::Turn_Page},
+                                     {5, &TActs::Drag},
+                                     {10, &TActs::Fill_Field},
+                                     {5, &TActs::Type},
+                                     {3, &TActs::Paste},
+                                     {6, &TActs::Rename},
+                                     {7, &TActs::Add},
+                                     {3, &TActs::Replace_Expression},
+                                     {3, &TActs::Gather},
+                                     {4, &TActs::Choose_Group},
+                                     {1, &TActs::Drop_Files},
+                                     {1, &TActs::Close}};
     static const int WEIGHTS =
         std::accumulate(ACTS.begin(), ACTS.end(), 0, [](int sum, const TAct& act) { return sum + act.weight; });
 
@@ -264,7 +278,12 @@ bool TActs::Fill_Field()
     if (fields.isEmpty()) {
         return false;
     }
-    QLineEdit* field = d_random->Pick(fields);
+    Fill(d_random->Pick(fields));
+    return true;
+}
+
+void TActs::Fill(QLineEdit* field)
+{
     const QString text = Fitting_Text(field);
 
     Journal::Note(
@@ -278,7 +297,6 @@ bool TActs::Fill_Field()
         User_Input::Type(d_window, text);
     }
     End_Entering();
-    return true;
 }
 
 QString TActs::Fitting_Text(const QWidget* field) const
@@ -334,12 +352,25 @@ void TActs::End_Entering()
 {
     static const QList<Qt::Key> ENDS = {Qt::Key_Return, Qt::Key_Return, Qt::Key_Return,
                                         Qt::Key_Tab,    Qt::Key_Escape, Qt::Key_unknown};
+    if (d_random->Chance(SAVE_PERCENT)) {
+        Press_Save();
+        return;
+    }
     const Qt::Key end = d_random->Pick(ENDS);
 
     if (end != Qt::Key_unknown) {
         Journal::Note(QString("ended by 0x%1").arg(int(end), 0, 16));
         User_Input::Press(d_window, end);
     }
+}
+
+// The button leaves the focus in the field.
+void TActs::Press_Save()
+{
+    QWidget* button = Child<QToolBar>(d_window, "tool_bar")->widgetForAction(Child<QAction>(d_window, "action_save"));
+
+    Journal::Note("Save");
+    User_Input::Click(button, button->rect().center());
 }
 
 bool TActs::Add()
@@ -356,6 +387,36 @@ bool TActs::Add()
     QToolButton* button = d_random->Pick(buttons);
     Journal::Note("press " + Widget_Name(button));
     User_Input::Click(button, button->rect().center());
+    return true;
+}
+
+// An expression for one identifier of an item: chance alone would rarely get there.
+bool TActs::Replace_Expression()
+{
+    auto* tree = Child<QAbstractItemView>(d_window, "budget_tree");
+    auto* identifiers = Child<QAbstractItemView>(d_window, "identifier_list");
+    auto* use_default = Child<QAbstractButton>(d_window, "use_default_expression");
+    auto* expression = Child<QLineEdit>(d_window, "expression");
+
+    Journal::Note("replace an expression");
+    User_Input::Press(d_window, Qt::Key_C, Qt::AltModifier);
+    const QModelIndex entry = Random_Entry(tree, d_random);
+    if (!tree->isVisible() || !entry.parent().parent().isValid()) {
+        return false;
+    }
+    Select(tree, entry);
+    const QModelIndex identifier = Random_Entry(identifiers, d_random);
+    if (!identifier.isValid()) {
+        return false;
+    }
+    Select(identifiers, identifier);
+    if (use_default->isEnabled() && !expression->isEnabled()) {
+        User_Input::Click(use_default, QPoint(10, use_default->height() / 2));
+    }
+    if (!expression->isEnabled()) {
+        return false;
+    }
+    Fill(expression);
     return true;
 }
 

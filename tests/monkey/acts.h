@@ -3,6 +3,7 @@
 #include <QStringList>
 
 class QAbstractItemView;
+class QLineEdit;
 class QMainWindow;
 class QModelIndex;
 class QPoint;
@@ -49,6 +50,7 @@ private:
     bool Paste();
     bool Rename();
     bool Add();
+    bool Replace_Expression();
     bool Gather();
     bool Choose_Group();
     bool Drop_Files();
@@ -56,7 +58,9 @@ private:
 
     QWidget* Random_Widget() const;
     QPoint Random_Place(QWidget* widget) const;
+    void Fill(QLineEdit* field);
     void End_Entering();
+    void Press_Save();
     QString Fitting_Text(const QWidget* field) const;
     QString Fitting_Number(const QWidget* field) const;
     void Drop(const QStringList& paths, QWidget* target);

@@ -124,7 +124,9 @@ QStringList TInspection::Reopened(const TBudget& saved)
     User_Input::Make_Timeless(&window);
     Show_Active(&window);
     window.Load_Data(d_path);
-    QStringList found = TReportTwin(d_window, &window).Differences(!d_memory->Has_Fine_Numbers());
+    TReportTwin twin(d_window, &window);
+    QStringList found = twin.Differences(!d_memory->Has_Fine_Numbers());
+    d_has_values = d_has_report && twin.Has_Values();
     found += Saved_Again(&window, saved);
     window.hide();
     User_Input::Activate(d_window);

@@ -27,6 +27,9 @@ public:
     /// Whether there was a report with rows to look at.
     bool Has_Report() const { return d_has_report; }
 
+    /// Whether its values were compared.
+    bool Has_Values() const { return d_has_values; }
+
 private:
     void Enable_Saving();
     bool Save_As(QMainWindow* window, const QString& path);
@@ -41,4 +44,5 @@ private:
     QString d_path;
     int d_page;
     bool d_has_report = false;
+    bool d_has_values = false;
 };

@@ -42,7 +42,7 @@ int Play(const QCommandLineParser& parser)
         }
         return Report(seed, findings);
     } catch (const std::exception& error) {
-        return Report(seed, QStringList(error.what()));
+        return Report(seed, QStringList(error.what()) + Warnings::Take());
     }
 }
 

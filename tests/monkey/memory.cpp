@@ -39,11 +39,6 @@ const TBox BOXES[] = {{"mode_export_equipment", "mode_export_equipment", false},
                       {"temperature", "temperature", false},
                       {"linear", "temperature", true}};
 
-QString Yes_No(bool value)
-{
-    return value ? "yes" : "no";
-}
-
 bool Is_Input(const QString& field)
 {
     return Number_Fields::Of_Inputs().contains(field);
@@ -143,9 +138,13 @@ void TMemory::Watch(QMainWindow* window)
     Watch_Texts();
     Watch_Choices();
     Watch_Boxes();
-    QObject::connect(Child<QAction>(window, "action_new"), &QAction::triggered, window, [this]() { d_may_go = true; });
+    QObject::connect(Child<QAction>(window, "action_new"), &QAction::triggered, window,
+                     [this]() { d_may_leave_budget = true; });
     QObject::connect(Child<QTreeWidget>(window, "budget_tree")->model(), &QAbstractItemModel::modelReset, window,
-                     [this]() { d_is_rebuilt = true; });
+                     [this]() { d_is_tree_rebuilt = true; });
+    // Who leaves a name that is being typed by another act may find another component when that is done.
+    QObject::connect(Child<QListWidget>(window, "identifier_list"), &QListWidget::itemChanged, window,
+                     [this]() { Forget_Gone_Records(); });
 }
 
 void TMemory::Watch_Texts()
@@ -202,14 +201,15 @@ void TMemory::Enter(const QString& field)
         return;
     }
     TEdit edit = d_typed.take(field);
-    d_is_modified = true;
-    if (field != EXPRESSION) {
-        Keep(edit);
-    } else if (!Xml_Is_Blank(Xml_Clean(edit.text))) {
+    if (field == EXPRESSION) {
         edit.text = Escaped(Xml_Clean(edit.text));
+        if (Xml_Is_Blank(edit.text)) {
+            return;
+        }
         Forget_Expressions();
-        Keep(edit);
     }
+    d_is_modified = true;
+    Keep(edit);
 }
 
 void TMemory::Keep(const TEdit& edit)
@@ -273,8 +273,8 @@ bool TMemory::Is_Gone(const TEdit& edit) const
 
 void TMemory::File_May_Be_Opened()
 {
-    d_may_go = true;
-    d_may_load = true;
+    d_may_leave_budget = true;
+    d_may_open_file = true;
 }
 
 void TMemory::Loss_Confirmed()
@@ -284,11 +284,12 @@ void TMemory::Loss_Confirmed()
 
 void TMemory::Begin_Event()
 {
-    d_may_go = false;
-    d_may_load = false;
-    d_is_rebuilt = false;
+    d_may_leave_budget = false;
+    d_may_open_file = false;
+    d_is_tree_rebuilt = false;
     d_is_loss_confirmed = false;
     d_files_before = d_files->Times();
+    d_log_before = Log();
     d_was_saving_offered = Is_Saving_Offered();
 }
 
@@ -297,24 +298,21 @@ QStringList TMemory::End_Event()
     if (d_window.isNull()) {
         return {};
     }
-    if (d_is_loss_confirmed || (d_may_go && !d_is_modified)) {
+    if (!d_window->isVisible()) {
+        const bool is_lost = d_is_modified && !d_is_loss_confirmed;
+        Forget_All();
+        return is_lost ? QStringList("closed without a question, with edits that no file has") : QStringList();
+    }
+    if (d_is_tree_rebuilt && (d_is_loss_confirmed || (d_may_leave_budget && !d_is_modified))) {
         Forget_All();
     }
-    if (d_may_load && d_is_rebuilt) {
-        d_has_fine_numbers = false;
-    }
-    if (!d_window->isVisible()) {
-        return d_is_modified ? QStringList("closed without a question, with edits that no file has") : QStringList();
-    }
+    d_has_fine_numbers = d_has_fine_numbers && !(d_is_tree_rebuilt && d_may_open_file);
     Forget_Gone_Records();
-    if (d_was_saving_offered && !Is_Saving_Offered()) {
-        return Look_At_Saved_File();
-    }
-    return d_is_modified && !Is_Saving_Offered() ? QStringList("an edit that no file has, and no saving")
-                                                 : QStringList();
+    const bool is_saved = !Is_Saving_Offered() && (d_was_saving_offered || d_is_modified);
+    return is_saved ? Look_At_Saved_File() : QStringList();
 }
 
-// Where saving is offered no longer, there is a file that has it all, or the log says why there is none.
+// Where saving is not offered, there is a file that has it all, or the log says why there is none.
 QStringList TMemory::Look_At_Saved_File()
 {
     const QHash<QString, qint64> times = d_files->Times();
@@ -325,10 +323,17 @@ QStringList TMemory::Look_At_Saved_File()
             return error.isEmpty() ? Missing_In(saved) : QStringList("the file that was saved: " + error);
         }
     }
-    const bool has_failed = Child<QPlainTextEdit>(d_window, "log")->toPlainText().contains("ERR:");
+    const QString log = Log();
+    const bool goes_on = log.startsWith(d_log_before);
+    const bool has_failed = log.mid(goes_on ? d_log_before.size() : 0).contains("ERR:");
     const bool is_lost = d_is_modified && !has_failed;
     d_is_modified = false;
-    return is_lost ? QStringList("edits that no file has went without a question") : QStringList();
+    return is_lost ? QStringList("edits that no file has, and no saving") : QStringList();
+}
+
+QString TMemory::Log() const
+{
+    return d_window.isNull() ? QString() : Child<QPlainTextEdit>(d_window, "log")->toPlainText();
 }
 
 bool TMemory::Is_Saving_Offered() const
@@ -341,20 +346,24 @@ QStringList TMemory::Missing_In(const TBudget& saved)
     QStringList missing;
     // Saving ends what is being edited, a name perhaps.
     Forget_Gone_Records();
-    for (const TEdit& edit : d_edits) {
+    for (TEdit& edit : d_edits) {
         const QString held = Held_Text(saved, edit.record, edit.field);
         const bool is_held =
             Number_Fields::Decimals(edit.field) < 0
                 ? held == edit.text
                 : Number_Fields::Agree(edit.field, edit.text, Held_Number(saved, edit.record, edit.field));
 
+        d_found += is_held && !edit.is_found ? 1 : 0;
+        edit.is_found = edit.is_found || is_held;
         if (!is_held) {
             missing << QString("%1 of <%2> <%3> <%4>: entered <%5>, saved <%6>")
                            .arg(edit.field, edit.record.component, edit.record.item, edit.record.identifier,
                                 edit.text.left(50), held.left(50));
         }
     }
-    d_found += d_edits.size() - missing.size();
+    for (const TEdit& typed : qAsConst(d_typed)) {
+        missing << QString("%1: typed <%2>, and saved without it").arg(typed.field, typed.text.left(50));
+    }
     d_is_modified = false;
     return missing;
 }

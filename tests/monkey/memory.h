@@ -7,14 +7,13 @@
 #include <QPointer>
 #include <QStringList>
 
-class QLineEdit;
 class QMainWindow;
 class TFiles;
 struct TBudget;
 
 /// What the monkey knows of its own edits, from what it typed and clicked and not from what the window says of them:
-/// the last text or choice of each field and record, and whether there is anything that no file has. With it a change
-/// that page and document lose together is found, and so is a budget that goes without a question.
+/// the last text or choice of each field and record, and whether something was typed that no file has. With it a change
+/// that page and document lose together is found, and so is a typed text that goes without a question.
 class TMemory
 {
 public:
@@ -57,6 +56,7 @@ private:
         TShownRecord record;
         QString field;
         QString text;
+        bool is_found = false; ///< in a budget that was saved
     };
 
     void Watch_Texts();
@@ -69,6 +69,7 @@ private:
     void Forget_Gone_Records();
     void Forget_All();
     bool Is_Gone(const TEdit& edit) const;
+    QString Log() const;
     bool Is_Saving_Offered() const;
     QStringList Look_At_Saved_File();
 
@@ -79,9 +80,10 @@ private:
     QHash<QString, qint64> d_files_before;
     bool d_is_modified = false;
     bool d_was_saving_offered = false;
-    bool d_may_go = false;
-    bool d_may_load = false;
-    bool d_is_rebuilt = false;
+    QString d_log_before;
+    bool d_may_leave_budget = false;
+    bool d_may_open_file = false;
+    bool d_is_tree_rebuilt = false;
     bool d_is_loss_confirmed = false;
     bool d_has_fine_numbers = false;
     int d_found = 0;

@@ -42,8 +42,10 @@ QStringList TMonkey::Play(int events, int events_between_looks)
         Journal::Begin(event);
         d_memory.Begin_Event();
         Do_Event();
-        Keep_It_Small();
         QStringList findings = d_memory.End_Event();
+        d_memory.Begin_Event();
+        Keep_It_Small();
+        findings += d_memory.End_Event();
         if (event % events_between_looks == 0 || event == events) {
             findings += Look();
         }
@@ -54,7 +56,7 @@ QStringList TMonkey::Play(int events, int events_between_looks)
     }
     d_window.reset();
     Journal::Rest();
-    return Unseen(events);
+    return Unseen(events) + Warnings::Take();
 }
 
 QString TMonkey::Seen() const
@@ -180,7 +182,7 @@ QStringList TMonkey::Look()
     }
     const QStringList findings = inspection.Findings(d_lists_are_stale);
     d_reports_seen += inspection.Has_Report() ? 1 : 0;
-    d_values_seen += inspection.Has_Report() && !d_memory.Has_Fine_Numbers() ? 1 : 0;
+    d_values_seen += inspection.Has_Values() ? 1 : 0;
     d_files.Restore();
     return findings;
 }

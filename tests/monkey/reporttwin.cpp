@@ -1,16 +1,15 @@
 #include "tests/monkey/reporttwin.h"
 
-#include "src/norvexa.h"
 #include "tests/monkey/reportpage.h"
 #include "tests/monkey/userinput.h"
 #include "tests/support/guiacts.h"
 #include "tests/support/shownrecord.h"
 
 #include <QComboBox>
+#include <QHash>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPlainTextEdit>
-#include <QSet>
 #include <QTabWidget>
 #include <QTreeWidget>
 
@@ -26,16 +25,16 @@ QString Unescaped(QString text)
 
 TReportTwin::TReportTwin(const QWidget* window, QWidget* fresh) : d_window(window), d_fresh(fresh) {}
 
-QStringList TReportTwin::Differences(bool with_values) const
+QStringList TReportTwin::Differences(bool with_values)
 {
     if (!Report_Page::Is_Shown(d_window)) {
         return {};
     }
     Set_Up();
-    const bool can_compare_values = with_values && Is_Complete();
-    const QStringList shown = Report(d_window, can_compare_values);
+    d_has_values = with_values && Is_Complete();
+    const QStringList shown = Report(d_window, d_has_values);
     QStringList expected;
-    for (const QString& line : Report(d_fresh, can_compare_values)) {
+    for (const QString& line : Report(d_fresh, d_has_values)) {
         expected << Unescaped(line);
     }
     if (shown == expected) {
@@ -63,39 +62,49 @@ void TReportTwin::Set_Up() const
     Choose_Identifiers();
 }
 
-// The first row of a component decides.
+// The first row of a component decides. With each choice another expression may count, which may bring the rows of
+// variables, with components of their own.
 void TReportTwin::Choose_Identifiers() const
 {
-    const std::vector<QStringList> rows = Report_Page::Rows(d_window);
-    QSet<QString> chosen;
-
-    for (std::size_t row = 0; row < rows.size(); ++row) {
-        const QString& component = rows[row].at(Report_Page::NAME);
-        const QString& identifier = rows[row].at(Report_Page::IDENTIFIER);
-
-        if (!identifier.isEmpty() && !chosen.contains(component)) {
-            chosen.insert(component);
-            if (identifier != TNorvexaData::Default_Identifier()) {
-                Choose_Identifier(int(row), identifier);
-            }
+    QHash<QString, QString> wanted;
+    for (const QStringList& row : Report_Page::Rows(d_window)) {
+        const QString& component = row.at(Report_Page::NAME);
+        if (!row.at(Report_Page::IDENTIFIER).isEmpty() && !wanted.contains(component)) {
+            wanted.insert(component, row.at(Report_Page::IDENTIFIER));
+        }
+    }
+    bool has_chosen = true;
+    for (int pass = 0; has_chosen && pass < wanted.size(); ++pass) {
+        has_chosen = false;
+        for (auto choice = wanted.begin(); choice != wanted.end(); ++choice) {
+            has_chosen = Choose_Identifier(choice.key(), choice.value()) || has_chosen;
         }
     }
 }
 
-void TReportTwin::Choose_Identifier(int row, const QString& identifier) const
+// False if there is nothing to choose: the component has that identifier already, or has no row yet.
+bool TReportTwin::Choose_Identifier(const QString& component, const QString& identifier) const
 {
     auto* table = Child<QTreeWidget>(d_fresh, "report_table");
-    if (row >= table->topLevelItemCount()) {
-        return; // The rows differ, which is what counts.
+    int row = 0;
+    const auto is_other = [&](const QTreeWidgetItem* entry) {
+        return entry->text(Report_Page::NAME) != component || entry->text(Report_Page::IDENTIFIER).isEmpty();
+    };
+    while (row < table->topLevelItemCount() && is_other(table->topLevelItem(row))) {
+        ++row;
+    }
+    if (row == table->topLevelItemCount() || table->topLevelItem(row)->text(Report_Page::IDENTIFIER) == identifier) {
+        return false;
     }
     Click_Entry(table, table->model()->index(row, Report_Page::IDENTIFIER));
     User_Input::Settle();
     auto* choices = Open_Editor<QComboBox>(table);
     if (choices == nullptr) {
-        Fail_Missing("identifiers of row " + QString::number(row));
+        Fail_Missing("identifiers of " + component);
     }
     Choose_Entry(choices, identifier);
     User_Input::Settle();
+    return true;
 }
 
 QStringList TReportTwin::Report(const QWidget* window, bool with_values) const

@@ -14,15 +14,19 @@ public:
 
     /// What differs, one line each; empty if nothing does, or if no report is in front. The values count only
     /// `with_values`: a number with more digits than the file keeps gives others.
-    QStringList Differences(bool with_values) const;
+    QStringList Differences(bool with_values);
+
+    /// Whether it has compared values.
+    bool Has_Values() const { return d_has_values; }
 
 private:
     bool Is_Complete() const;
     void Set_Up() const;
     void Choose_Identifiers() const;
-    void Choose_Identifier(int row, const QString& identifier) const;
+    bool Choose_Identifier(const QString& component, const QString& identifier) const;
     QStringList Report(const QWidget* window, bool with_values) const;
 
     const QWidget* d_window;
     QWidget* d_fresh;
+    bool d_has_values = false;
 };

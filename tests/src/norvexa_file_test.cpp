@@ -446,7 +446,7 @@ TEST_F(TNorvexa_File_Test, Keeps_the_former_records_but_no_component_when_their_
         if (list == "Components") {
             expected.components.clear();
         }
-        EXPECT_EQ(Description(budget), Description(expected)) << version << list.toStdString();
+        EXPECT_EQ(Description(budget), Description(expected)) << "version " << version << ", " << list.toStdString();
     }
 }
 

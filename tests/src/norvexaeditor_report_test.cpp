@@ -930,6 +930,39 @@ TEST_F(TNorvexaEditorReport, Knows_the_variables_of_the_former_report_where_a_me
     EXPECT_EQ(Table(), QStringList({"Scale|[Default]|||||", "Drift||Constant|Bend|1.000000|Normal|3.000000"}));
 }
 
+// Changes by the menu, while the page is in front
+
+TEST_F(TNorvexaEditorReport, Shows_an_item_that_the_menu_adds)
+{
+    TBudgetFile budget = Budget_With_Beam("0.003", "3");
+    budget.groups = {{"Length", {"Beam"}}};
+    Show_Report(budget);
+    const QStringList before = Table();
+    Show_Page("Budget Components");
+    Select_Entry("Beam");
+    Show_Page("Report");
+    d_answer.Type_Name("Wear");
+
+    Choose_In_Menu("Edit", "Add Budget Item");
+
+    EXPECT_EQ(Table(), before + QStringList("Wear||Constant|0.0000|1.000000|Normal|0.000000"));
+}
+
+TEST_F(TNorvexaEditorReport, Shows_no_more_what_the_menu_removes)
+{
+    TBudgetFile budget = Budget_With_Beam("0.003", "3");
+    budget.groups = {{"Length", {"Scale", "Beam"}}};
+    Show_Report(budget);
+    Show_Page("Budget Components");
+    Select_Entry("Beam");
+    Show_Page("Report");
+    d_answer.Click(QMessageBox::Yes);
+
+    Choose_In_Menu("Edit", "Remove Budget Item");
+
+    EXPECT_EQ(Table(), QStringList({"Scale|[Default]|||||", "Drift||Constant|0.003|1.000000|Normal|0.003000"}));
+}
+
 TEST_F(TNorvexaEditorReport, Ends_at_a_member_that_the_user_has_removed)
 {
     TBudgetFile budget = Budget_With_Beam("0.003", "3");

@@ -34,11 +34,6 @@ QString Nested(const QString& name, const QStringList& items)
     return QString("%1(%2)").arg(name, Sorted(items).join(", "));
 }
 
-QString Yes_No(bool value)
-{
-    return value ? "yes" : "no";
-}
-
 // As the page reads a date of a file: in the form that it writes, or as new identifiers carry it, both with English
 // names. Today for others.
 QDate Read_Date(const QString& text)

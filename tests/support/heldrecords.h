@@ -21,6 +21,7 @@ auto Named(const TRecords& records, const QString& name) -> decltype(records.dat
     return found == records.end() ? nullptr : &*found;
 }
 
+/// In the order of the records.
 template <typename TRecords>
 QStringList Names_Of(const TRecords& records)
 {
@@ -43,5 +44,6 @@ const TNorvexaData::TReplacementItem* Replacement(const TNorvexaData::TComponent
 /// The expression that counts for an identifier, or without one.
 QString Applied_Expression(const TNorvexaData::TComponentItem& item, const QString& identifier);
 
+/// What the type of the item's expression says.
 bool Is_Length_Dependent(const TNorvexaData::TComponentItem& item);
 bool Is_Temperature(const TNorvexaData::TComponentItem& item);

@@ -12,8 +12,8 @@ QStringList Of_Inputs();
 /// Of the budget page, where they show the selected record.
 QStringList Of_Records();
 
-/// The digits after the point that the file keeps of the field's number, in the unit of the field; -1 for a field whose
-/// number is in no file.
+/// The digits after the point that page and file both keep of the field's number, in the unit of the field; -1 for a
+/// field whose number is in no file.
 int Decimals(const QString& field);
 
 /// Whether a field that shows `text` and a file that has `held`, in the unit of the field, mean the same number. The

@@ -12,7 +12,8 @@
 class TProcessorTimeLimit : public ::testing::EmptyTestEventListener
 {
 public:
-    /// The limit for all tests: 30 s, and six times as much with sanitizers or where coverage is counted.
+    /// The limit for all tests: 30 s, and six times as much with sanitizers or where coverage is counted; 900 s in the
+    /// long run of a test that has one.
     TProcessorTimeLimit();
     explicit TProcessorTimeLimit(double longest);
 

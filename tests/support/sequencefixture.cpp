@@ -1,6 +1,7 @@
 #include "tests/support/sequencefixture.h"
 
 #include "tests/support/consistency.h"
+#include "tests/support/heldrecords.h"
 #include "tests/support/randombudget.h"
 
 #include <QAction>
@@ -19,23 +20,6 @@
 namespace {
 
 const int BUILT_IN_COUNT = 10;
-
-QStringList Escaped(QStringList texts)
-{
-    for (QString& text : texts) {
-        text = text.toHtmlEscaped();
-    }
-    return texts;
-}
-
-QStringList Names(const std::vector<TGroup>& groups)
-{
-    QStringList names;
-    for (const TGroup& group : groups) {
-        names << group.name;
-    }
-    return names;
-}
 
 TBudget Loaded(const QString& path)
 {
@@ -243,7 +227,7 @@ QStringList TSequenceFixture::Checked(TLists lists)
     const QString path = Save_A_Copy(&d_editor, QStringLiteral("checked %1.norvexa").arg(++d_checks));
     const TBudget saved = Loaded(path);
     Expect_Shown(&d_editor, saved, lists);
-    EXPECT_EQ(Escaped(Groups()), Names(saved.groups));
+    EXPECT_EQ(Escaped_Texts(Find<QListWidget>("group_list")), Names_Of(saved.groups));
 
     TNorvexaEditor fresh;
     Show_Active(&fresh);

@@ -47,6 +47,11 @@ QString Escaped(const QString& text)
     return text.toHtmlEscaped();
 }
 
+QString Yes_No(bool value)
+{
+    return value ? "yes" : "no";
+}
+
 QStringList Escaped_Texts(const QListWidget* list, bool selected_only)
 {
     QStringList texts;

@@ -15,6 +15,7 @@ struct TShownRecord
     QString identifier; ///< empty unless one identifier is selected
 };
 
+/// What the tree and the list of identifiers of that main window have selected.
 TShownRecord Shown_Record(const QWidget* window);
 
 /// The one entry that is selected in the tree; null if none is, or several are.
@@ -22,6 +23,8 @@ const QTreeWidgetItem* Sole_Selection(const QWidget* window);
 
 /// As a saved budget has the text that is shown.
 QString Escaped(const QString& text);
+
+QString Yes_No(bool value);
 
 /// The entries of a list, or those that are selected, escaped.
 QStringList Escaped_Texts(const QListWidget* list, bool selected_only = false);
