@@ -16,8 +16,8 @@ enum class TFileWrite
 /// new file, is written in place; a symbolic link is followed, the permissions are kept. On failure
 /// `reason` receives the system's error text and the old file is still there; one that was written in place is put back
 /// as it was, as far as the device still writes and the file can be read; where it cannot be read, a new content that
-/// got in whole stays, with what was behind it if the device does not even cut. Only the end of the process while it writes in place leaves a file that is neither. Calls
-/// Ignore_Write_Signals.
+/// got in whole stays, with what was behind it if the device does not even cut. Only the end of the process while it
+/// writes in place leaves a file that is neither. Calls Ignore_Write_Signals.
 TFileWrite Write_Whole_File(const QString& name, const QByteArray& bytes, QString* reason);
 
 /// Makes the process ignore SIGXFSZ and SIGPIPE, so that a file size limit or a reader that has gone arrives as an

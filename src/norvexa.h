@@ -25,8 +25,8 @@ public:
     bool Load(const QString& file_name, std::vector<TVariable>* variables, std::vector<TGroup>* groups,
               TInputData* input_data);
 
-    /// Writes the newest version of the format, as Write_Whole_File does. On failure Last_Error() says why; a budget that
-    /// is too large to be loaded again is such a failure, and nothing is written then.
+    /// Writes the newest version of the format, as Write_Whole_File does. On failure Last_Error() says why; a budget
+    /// that is too large to be loaded again is such a failure, and nothing is written then.
     bool Save(const QString& file_name, const std::vector<TVariable>& variables, const std::vector<TGroup>& groups,
               const TInputData& input_data) const;
 

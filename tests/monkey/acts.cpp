@@ -220,7 +220,8 @@ void TActs::Drop(const QStringList& paths, QWidget* target)
 void TActs::Select(QAbstractItemView* view, const QModelIndex& entry, Qt::KeyboardModifiers modifiers)
 {
     view->scrollTo(entry);
-    User_Input::Click(view->viewport(), view->visualRect(entry).center(), Qt::LeftButton, modifiers);
+    const QRect seen = view->visualRect(entry) & view->viewport()->rect();
+    User_Input::Click(view->viewport(), seen.center(), Qt::LeftButton, modifiers);
 }
 
 // Keyboard

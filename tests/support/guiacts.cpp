@@ -124,7 +124,8 @@ QModelIndex Entry(const QAbstractItemView* view, const QString& text, int column
 void Click_Entry(QAbstractItemView* view, const QModelIndex& index, Qt::KeyboardModifiers modifiers)
 {
     view->scrollTo(index);
-    QTest::mouseClick(view->viewport(), Qt::LeftButton, modifiers, view->visualRect(index).center());
+    const QRect seen = view->visualRect(index) & view->viewport()->rect();
+    QTest::mouseClick(view->viewport(), Qt::LeftButton, modifiers, seen.center());
 }
 
 void Click_Entry(QAbstractItemView* view, const QString& text, Qt::KeyboardModifiers modifiers)

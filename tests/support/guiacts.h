@@ -52,7 +52,7 @@ void Select_Tab(QTabWidget* tabs, const QString& text);
 /// The first entry of a list or tree, on any level, whose text in `column` is `text`.
 QModelIndex Entry(const QAbstractItemView* view, const QString& text, int column = 0);
 
-/// Scrolls to an entry and clicks it.
+/// Scrolls to an entry and clicks what can be seen of it.
 void Click_Entry(QAbstractItemView* view, const QModelIndex& index, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 void Click_Entry(QAbstractItemView* view, const QString& text, Qt::KeyboardModifiers modifiers = Qt::NoModifier);
 
