@@ -142,8 +142,11 @@ void TMemory::Watch(QMainWindow* window)
                      [this]() { d_may_leave_budget = true; });
     QObject::connect(Child<QTreeWidget>(window, "budget_tree")->model(), &QAbstractItemModel::modelReset, window,
                      [this]() { d_is_tree_rebuilt = true; });
-    // Who leaves a name that is being typed by another act may find another component when that is done.
+    // Who leaves a name that is being typed by another act may find another component, or a new entry of the old name,
+    // when that is done.
     QObject::connect(Child<QListWidget>(window, "identifier_list"), &QListWidget::itemChanged, window,
+                     [this]() { Forget_Gone_Records(); });
+    QObject::connect(Child<QTreeWidget>(window, "budget_tree"), &QTreeWidget::itemChanged, window,
                      [this]() { Forget_Gone_Records(); });
 }
 
