@@ -63,6 +63,18 @@ protected:
         return Open_Editor(&d_list);
     }
 
+    /// Types the new name of an entry, and leaves its editor open.
+    QLineEdit* Type_Over(const QString& name, const QString& new_name)
+    {
+        Click_Entry(&d_list, name);
+        QLineEdit* editor = Edit();
+        if (editor == nullptr) {
+            Fail_Missing("editor of " + name);
+        }
+        Replace_Text(editor, new_name);
+        return editor;
+    }
+
     QListWidget d_list;
     TEntryDelegate* d_delegate = new TEntryDelegate(&d_list);
     QStringList d_names{"Alpha", "Beta", "Gamma"};
@@ -97,10 +109,7 @@ TEST_F(TEntryDelegateTest, The_editor_starts_with_the_name)
 
 TEST_F(TEntryDelegateTest, Escape_keeps_the_name)
 {
-    Click_Entry(&d_list, "Beta");
-    auto* editor = Edit();
-    ASSERT_NE(editor, nullptr);
-    Replace_Text(editor, "Delta");
+    auto* editor = Type_Over("Beta", "Delta");
     QTest::keyClick(editor, Qt::Key_Escape);
 
     EXPECT_EQ(Shown(), QStringList({"Alpha", "Beta", "Gamma"}));
@@ -163,10 +172,7 @@ TEST_F(TEntryDelegateTest, A_refused_rename_moves_the_row_of_a_sorted_list_back)
 
 TEST_F(TEntryDelegateTest, A_second_commit_of_the_same_editor_is_harmless)
 {
-    Click_Entry(&d_list, "Beta");
-    auto* editor = Edit();
-    ASSERT_NE(editor, nullptr);
-    Replace_Text(editor, "Delta");
+    auto* editor = Type_Over("Beta", "Delta");
 
     emit d_delegate->commitData(editor);
     emit d_delegate->commitData(editor);
@@ -178,10 +184,7 @@ TEST_F(TEntryDelegateTest, A_second_commit_of_the_same_editor_is_harmless)
 
 TEST_F(TEntryDelegateTest, A_second_commit_of_a_refused_name_is_refused_again)
 {
-    Click_Entry(&d_list, "Beta");
-    auto* editor = Edit();
-    ASSERT_NE(editor, nullptr);
-    Replace_Text(editor, "Gamma");
+    auto* editor = Type_Over("Beta", "Gamma");
 
     emit d_delegate->commitData(editor);
     emit d_delegate->commitData(editor);
@@ -203,10 +206,7 @@ class TEntryDelegateMovingKey : public TEntryDelegateTest, public ::testing::Wit
 TEST_P(TEntryDelegateMovingKey, Commits_the_rename)
 {
     new QListWidgetItem(" Omega", &d_list);
-    Click_Entry(&d_list, "Beta");
-    auto* editor = Edit();
-    ASSERT_NE(editor, nullptr);
-    Replace_Text(editor, "Delta");
+    auto* editor = Type_Over("Beta", "Delta");
 
     QTest::keyClick(editor, GetParam().key, GetParam().modifiers);
 
@@ -228,10 +228,7 @@ INSTANTIATE_TEST_SUITE_P(, TEntryDelegateMovingKey,
 TEST_F(TEntryDelegateTest, The_key_that_selects_is_not_the_views_while_a_name_is_typed)
 {
     new QListWidgetItem(" Omega", &d_list);
-    Click_Entry(&d_list, "Beta");
-    auto* editor = Edit();
-    ASSERT_NE(editor, nullptr);
-    Replace_Text(editor, "Delta");
+    auto* editor = Type_Over("Beta", "Delta");
 
     QTest::keyClick(editor, Qt::Key_Space, Qt::ControlModifier);
 
@@ -248,10 +245,7 @@ TEST_F(TEntryDelegateTest, The_key_that_selects_is_not_the_views_while_a_name_is
 
 TEST_F(TEntryDelegateTest, Clicking_another_entry_commits_the_rename_of_the_first)
 {
-    Click_Entry(&d_list, "Alpha");
-    auto* editor = Edit();
-    ASSERT_NE(editor, nullptr);
-    Replace_Text(editor, "Delta");
+    Type_Over("Alpha", "Delta");
 
     Click_Entry(&d_list, "Beta");
 
@@ -261,10 +255,7 @@ TEST_F(TEntryDelegateTest, Clicking_another_entry_commits_the_rename_of_the_firs
 
 TEST_F(TEntryDelegateTest, A_rename_is_committed_when_the_focus_is_taken_away)
 {
-    Click_Entry(&d_list, "Beta");
-    auto* editor = Edit();
-    ASSERT_NE(editor, nullptr);
-    Replace_Text(editor, "Delta");
+    Type_Over("Beta", "Delta");
 
     QApplication::focusWidget()->clearFocus();
 
@@ -273,10 +264,7 @@ TEST_F(TEntryDelegateTest, A_rename_is_committed_when_the_focus_is_taken_away)
 
 TEST_F(TEntryDelegateTest, Clearing_the_list_while_an_entry_is_edited_renames_nothing)
 {
-    Click_Entry(&d_list, "Beta");
-    auto* editor = Edit();
-    ASSERT_NE(editor, nullptr);
-    Replace_Text(editor, "Delta");
+    Type_Over("Beta", "Delta");
 
     d_list.clear();
     d_delegate->Refuse_Rename(); // must not touch what is gone

@@ -936,11 +936,10 @@ TEST_F(TNorvexaEditorReport, Shows_an_item_that_the_menu_adds)
 {
     TBudgetFile budget = Budget_With_Beam("0.003", "3");
     budget.groups = {{"Length", {"Beam"}}};
-    Show_Report(budget);
-    const QStringList before = Table();
-    Show_Page("Budget Components");
+    Open_Budget(budget);
     Select_Entry("Beam");
-    Show_Page("Report");
+    Choose_Group("Length");
+    const QStringList before = Table();
     d_answer.Type_Name("Wear");
 
     Choose_In_Menu("Edit", "Add Budget Item");
@@ -952,10 +951,9 @@ TEST_F(TNorvexaEditorReport, Shows_no_more_what_the_menu_removes)
 {
     TBudgetFile budget = Budget_With_Beam("0.003", "3");
     budget.groups = {{"Length", {"Scale", "Beam"}}};
-    Show_Report(budget);
-    Show_Page("Budget Components");
+    Open_Budget(budget);
     Select_Entry("Beam");
-    Show_Page("Report");
+    Choose_Group("Length");
     d_answer.Click(QMessageBox::Yes);
 
     Choose_In_Menu("Edit", "Remove Budget Item");

@@ -3,6 +3,7 @@
 #include "tests/support/consistency.h"
 #include "tests/support/heldrecords.h"
 #include "tests/support/randombudget.h"
+#include "tests/support/shownrecord.h"
 
 #include <QAction>
 #include <QApplication>
@@ -27,17 +28,6 @@ TBudget Loaded(const QString& path)
     const TBudget budget = Loaded_Budget(path, &error);
     EXPECT_EQ(error, "");
     return budget;
-}
-
-QStringList Selected_Texts(const QListWidget* list)
-{
-    QStringList texts;
-    for (int row = 0; row < list->count(); ++row) {
-        if (list->item(row)->isSelected()) {
-            texts << list->item(row)->text();
-        }
-    }
-    return texts;
 }
 
 /// Clicks each entry and, after each, does `then`.
@@ -136,8 +126,8 @@ QStringList TSequenceFixture::Report_Table() const
 
 QString TSequenceFixture::Selected_On_Groups_Page() const
 {
-    return Selected_Texts(Find<QListWidget>("group_list")).join(", ") + " | " +
-           Selected_Texts(Find<QListWidget>("component_list")).join(", ");
+    return Entry_Texts(Find<QListWidget>("group_list"), true).join(", ") + " | " +
+           Entry_Texts(Find<QListWidget>("component_list"), true).join(", ");
 }
 
 // Acts

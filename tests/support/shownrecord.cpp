@@ -6,6 +6,8 @@
 #include <QListWidget>
 #include <QTreeWidget>
 
+#include <algorithm>
+
 namespace {
 
 QString Shown_Identifier(const QWidget* window)
@@ -52,13 +54,20 @@ QString Yes_No(bool value)
     return value ? "yes" : "no";
 }
 
-QStringList Escaped_Texts(const QListWidget* list, bool selected_only)
+QStringList Entry_Texts(const QListWidget* list, bool selected_only)
 {
     QStringList texts;
     for (int row = 0; row < list->count(); ++row) {
         if (!selected_only || list->item(row)->isSelected()) {
-            texts << Escaped(list->item(row)->text());
+            texts << list->item(row)->text();
         }
     }
+    return texts;
+}
+
+QStringList Escaped_Texts(const QListWidget* list, bool selected_only)
+{
+    QStringList texts = Entry_Texts(list, selected_only);
+    std::transform(texts.begin(), texts.end(), texts.begin(), Escaped);
     return texts;
 }

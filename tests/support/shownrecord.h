@@ -26,5 +26,8 @@ QString Escaped(const QString& text);
 
 QString Yes_No(bool value);
 
-/// The entries of a list, or those that are selected, escaped.
+/// The entries of a list, or those that are selected.
+QStringList Entry_Texts(const QListWidget* list, bool selected_only = false);
+
+/// The same, escaped.
 QStringList Escaped_Texts(const QListWidget* list, bool selected_only = false);
