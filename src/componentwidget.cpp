@@ -97,6 +97,7 @@ TComponentWidget::TComponentWidget(QWidget* parent) : QWidget(parent)
     Create_Numbers(layout);
     Create_Options(layout);
     d_message_box = new TMessageBox(this);
+    d_message_box->setWindowTitle(tr("Norvexa Editor"));
 
     Describe_Identifiers();
     Describe_Calibration();

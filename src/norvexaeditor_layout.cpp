@@ -322,6 +322,7 @@ void TNorvexaEditor::Set_Initial_State()
     d_tab_widget->setCurrentIndex(0);
 
     d_message_box = new TMessageBox(this);
+    d_message_box->setWindowTitle(tr("Norvexa Editor"));
     d_component_item_widget->Reset_Distribution_Types(d_norvexa.Distribution_Type_List());
     d_component_item_widget->Reset_Uncertainty_Types(d_norvexa.Uncertainty_Type_List());
     Update_BudgetTree();

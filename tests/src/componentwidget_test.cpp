@@ -1087,6 +1087,7 @@ TEST_F(TComponentWidgetTest, Asks_before_identifiers_are_removed)
 
     ASSERT_EQ(answer.Seen_Count(), 1);
     const TModalAnswer::TSeen question = answer.Seen(0);
+    EXPECT_EQ(question.title, "Norvexa Editor");
     EXPECT_EQ(question.text, "Delete Selected Component Identifiers");
     EXPECT_EQ(question.informative_text, "Are you sure you want to delete the selected component identifier items?");
     EXPECT_EQ(question.detailed_text, "");

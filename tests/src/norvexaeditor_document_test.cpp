@@ -87,6 +87,7 @@ protected:
     void Expect_Loss_Question(int index, const QString& informative_text)
     {
         const TModalAnswer::TSeen seen = d_answer.Seen(index);
+        EXPECT_EQ(seen.title, "Norvexa Editor");
         EXPECT_EQ(seen.text, "Data Not Saved");
         EXPECT_EQ(seen.informative_text, informative_text);
         EXPECT_EQ(seen.detailed_text, "");
@@ -903,6 +904,7 @@ TEST_F(TNorvexaEditorDocument, Save_As_asks_before_an_appended_suffix_hits_a_fil
     Click_Tool("action_save_as");
 
     const TModalAnswer::TSeen seen = d_answer.Seen(2);
+    EXPECT_EQ(seen.title, "Norvexa Editor");
     EXPECT_EQ(seen.text, "File Exists");
     EXPECT_EQ(seen.informative_text,
               QString("The file '%1' exists.  Do you want to replace it?").arg(Path("mine.norvexa")));

@@ -381,6 +381,7 @@ TEST_F(TNorvexaEditorExport, Asks_before_an_appended_suffix_meets_a_file)
 
     ASSERT_EQ(d_answer.Seen_Count(), 2);
     const TModalAnswer::TSeen question = d_answer.Seen(1);
+    EXPECT_EQ(question.title, "Norvexa Editor");
     EXPECT_EQ(question.text, "File Exists");
     EXPECT_EQ(question.informative_text,
               "The file '" + Path("a<b>.csv").toHtmlEscaped() + "' exists.  Do you want to replace it?");

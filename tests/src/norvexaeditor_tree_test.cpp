@@ -591,6 +591,7 @@ TEST_F(TNorvexaEditorTree, Removing_asks_first)
     Remove_Entries(QMessageBox::No);
 
     const TModalAnswer::TSeen seen = d_answer.Seen(0);
+    EXPECT_EQ(seen.title, "Norvexa Editor");
     EXPECT_EQ(seen.text, "Delete Components");
     EXPECT_EQ(seen.informative_text, "Are you sure you want to delete the selected components?");
     EXPECT_EQ(seen.detailed_text, "");
